@@ -1,0 +1,935 @@
+/* orlm.h - small dense matrix and vector arithmetic, liborlmt7.so.5.2.
+ *
+ * Every operation works on memory that the caller owns, described by raw
+ * pointers, byte strides and sizes, writes its results into the caller's
+ * memory and returns an orlStatus. Nothing is kept between calls.
+ *
+ * Names:   orlm<Stem>_<shape>_<type>[_P|_L]
+ *   shape  the source operands in order: m matrix, t matrix read transposed,
+ *          v vector, c constant; a trailing a makes it an array of `count`.
+ *   type   32f (float) or 64f (double).
+ *   layout none: base pointer plus byte strides (stride0 between items,
+ *                stride1 between rows, stride2 between elements of a row);
+ *          _P:   a table of element pointers plus a byte offset (and
+ *                stride0 between items of an array);
+ *          _L:   a list of item pointers plus a byte offset, with stride1
+ *                and stride2 inside an item.
+ * All strides and offsets count bytes.
+ *
+ * This file is generated from api/members.py; edit that, not this.
+ */
+#ifndef ORLM_H
+#define ORLM_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#if defined(__GNUC__)
+#define ORLM_API __attribute__((visibility("default")))
+#else
+#define ORLM_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Status codes ------------------------------------------------------ */
+
+typedef int32_t orlStatus;
+
+#define orlStatusOk              0    /* success */
+#define orlStatusSmallBlock     (-2)  /* 2x2 complex block below the perturbation threshold */
+#define orlStatusSize           (-6)  /* a size is not positive */
+#define orlStatusNullPointer    (-8)  /* a pointer argument is NULL */
+#define orlStatusDivByZero      (-10) /* a divisor is too small */
+#define orlStatusNotPosDefinite (-179)/* the matrix is not positive definite */
+#define orlStatusStride         (-182)/* a stride is not a positive multiple of the element size */
+#define orlStatusSingular       (-195)/* the matrix is singular within the tolerance */
+#define orlStatusOffset         (-202)/* an offset is negative or not a multiple of the element size */
+#define orlStatusCount          (-203)/* count is not positive */
+#define orlStatusSizeMismatch   (-204)/* sizes that belong together disagree */
+#define orlStatusNoConvergence  (-205)/* an iteration reached its limit */
+
+/* ---- Library identity -------------------------------------------------- */
+
+typedef struct orlLibVersion {
+    int32_t     versionMajor;
+    int32_t     versionMinor;
+    int32_t     buildMajor;
+    int32_t     buildNumber;
+    char        targetCpu[4];
+    const char* name;
+    const char* versionText;
+    const char* buildDate;
+} orlLibVersion;
+
+/* The library's constant version record; never NULL, never to be freed. */
+ORLM_API const orlLibVersion* orlmGetLibVersion(void);
+
+/* Allocator hooks a host may set; they start as libc's functions. */
+extern ORLM_API void* (*i_malloc)(size_t size);
+extern ORLM_API void* (*i_calloc)(size_t count, size_t size);
+extern ORLM_API void* (*i_realloc)(void* ptr, size_t size);
+extern ORLM_API void  (*i_free)(void* ptr);
+
+/* ---- Matrix add and subtract: dst = src1 + src2, dst = src1 - src2 ---- */
+
+ORLM_API orlStatus orlmAdd_mm_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_mm_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_mm_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_mm_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_tm_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_tm_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_tm_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_tm_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_tt_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_tt_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_tt_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_tt_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmAdd_mam_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mam_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mam_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mam_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mam_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mam_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tam_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tam_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tam_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tam_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tam_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tam_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mat_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mat_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mat_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mat_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mat_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mat_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tat_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tat_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tat_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tat_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tat_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tat_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mama_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mama_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mama_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mama_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mama_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_mama_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tama_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tama_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tama_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tama_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tama_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tama_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tata_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tata_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tata_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tata_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tata_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmAdd_tata_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mm_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_mm_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_mm_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_mm_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_tm_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_tm_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_tm_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_tm_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_mt_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_mt_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_mt_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_mt_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_tt_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_tt_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_tt_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_tt_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmSub_mam_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mam_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mam_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mam_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mam_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mam_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tam_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tam_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tam_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tam_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tam_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tam_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mat_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mat_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mat_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mat_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mat_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mat_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tat_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tat_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tat_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tat_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tat_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tat_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mma_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mma_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mma_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mma_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mma_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mma_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tma_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tma_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tma_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tma_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tma_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tma_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mta_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mta_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mta_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mta_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mta_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mta_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tta_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tta_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tta_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tta_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tta_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tta_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mama_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mama_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mama_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mama_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mama_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mama_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tama_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tama_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tama_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tama_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tama_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tama_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mata_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mata_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mata_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mata_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mata_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_mata_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tata_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tata_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tata_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tata_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tata_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmSub_tata_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* ORLM_H */

@@ -1,0 +1,75 @@
+// Kernel variants and the compile-time names that family tables are keyed by.
+#pragma once
+
+#include <initializer_list>
+#include <string_view>
+
+#include "operand.h"
+
+namespace orl {
+
+// Which kernel of a member runs: the standard layout with every stride2 equal
+// to the element size (Unit) or any stride2 (S2), the element-pointer layout
+// (P), the item-pointer layout with unit or any stride2 (L, LS2).
+enum class Var { Unit, S2, P, L, LS2 };
+
+enum class Ty { F32, F64 };
+
+template <class E>
+constexpr Ty tyOf = sizeof(E) == 4 ? Ty::F32 : Ty::F64;
+
+constexpr Var varOf(Lay l, bool unit)
+{
+    switch (l) {
+    case Lay::Std: return unit ? Var::Unit : Var::S2;
+    case Lay::L: return unit ? Var::L : Var::LS2;
+    case Lay::P: return Var::P;
+    }
+    return Var::P;
+}
+
+// Variants whose element step is the element size, known at compile time.
+constexpr bool unitStep(Var v) { return v == Var::Unit || v == Var::L; }
+
+// The variant that an `_L` kernel's per-item call reaches: the standard
+// single-item kernel with the same stride case.
+constexpr Var singleVar(Var v) { return v == Var::L ? Var::Unit : v == Var::LS2 ? Var::S2 : v; }
+
+// The shape letters of a member, built from its operands' kinds, so that a
+// family table can be keyed by the shape as it is written ("mam", "tata").
+struct ShapeName {
+    char s[12]{};
+    int n = 0;
+    constexpr std::string_view view() const { return {s, static_cast<std::size_t>(n)}; }
+};
+
+template <Kind... K>
+constexpr ShapeName shapeName()
+{
+    ShapeName r;
+    for (Kind k : {K...})
+        for (const char* p = kindName(k); *p; ++p) r.s[r.n++] = *p;
+    return r;
+}
+
+template <Kind... K>
+inline constexpr ShapeName kShape = shapeName<K...>();
+
+// The single-item kind of an array kind (ma -> m), used by per-item calls.
+constexpr Kind singleKind(Kind k)
+{
+    return k == Kind::ma ? Kind::m : k == Kind::ta ? Kind::t : k == Kind::va ? Kind::v : k == Kind::ca ? Kind::c : k;
+}
+
+// Sizes 3..6 as a bit set, for tables of straight-line forms.
+struct Sizes {
+    unsigned bits = 0;
+    constexpr Sizes() = default;
+    constexpr Sizes(std::initializer_list<int> l)
+    {
+        for (int n : l) bits |= 1u << n;
+    }
+    constexpr bool has(int n) const { return n >= 0 && n < 32 && ((bits >> n) & 1u); }
+};
+
+}  // namespace orl

@@ -1,0 +1,2 @@
+#include <gtest/gtest.h>
+TEST(Frame, Placeholder) { EXPECT_TRUE(true); }
