@@ -128,11 +128,19 @@ def op_layout(member, opd):
 
 # ---- the plain rule and its common pieces ---------------------------------
 
-def operands(shape, result_kind=None):
-    """Source operands of a shape named src (one) or src1, src2, ... (several)."""
+def operands(shape):
+    """Source operands of a shape: matrices and vectors named src (one) or
+    src1, src2, ... (several); a constant is `value`, a constant array `values`."""
     kinds = split_shape(shape)
-    names = ["src"] if len(kinds) == 1 else [f"src{i + 1}" for i in range(len(kinds))]
-    return [Opd(k, n) for k, n in zip(kinds, names)]
+    sources = [k for k in kinds if k[0] != "c"]
+    out, n = [], 0
+    for k in kinds:
+        if k[0] == "c":
+            out.append(Opd(k, "values" if is_array(k) else "value"))
+        else:
+            n += 1
+            out.append(Opd(k, "src" if len(sources) == 1 else f"src{n}"))
+    return out
 
 
 def result_of(shape, single="m"):

@@ -1,2 +1,178 @@
+// The parallel driver and the identity of the library: the split of an array
+// over threads, the status merge, a smaller team than asked for, per-thread
+// scratch, the wrapping cost, the version record and the core library.
 #include <gtest/gtest.h>
-TEST(Frame, Placeholder) { EXPECT_TRUE(true); }
+
+#include <omp.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <mutex>
+#include <set>
+#include <vector>
+
+#include "frame/dispatch.h"
+#include "orlcore.h"
+#include "orlm.h"
+
+namespace {
+
+struct Threads {
+    int saved = threads_omp_of_n_orl;
+    explicit Threads(int n) { threads_omp_of_n_orl = n; }
+    ~Threads() { threads_omp_of_n_orl = saved; }
+};
+
+struct SliceRun {
+    int thread, first, items;
+    bool operator<(const SliceRun& o) const { return first < o.first; }
+};
+
+std::vector<SliceRun> runsOf(int T, int count)
+{
+    Threads th(T);
+    std::vector<SliceRun> runs;
+    std::mutex m;
+    const orlStatus st = orl::drive(count, 0, [&](int first, int items, void*) {
+        std::lock_guard<std::mutex> g(m);
+        runs.push_back({omp_get_thread_num(), first, items});
+        return orlStatusOk;
+    });
+    EXPECT_EQ(st, orlStatusOk);
+    std::sort(runs.begin(), runs.end());
+    return runs;
+}
+
+TEST(Driver, ContiguousRunsFirstRestThreadsTakeOneMore)
+{
+    const auto runs = runsOf(4, 10);
+    ASSERT_EQ(runs.size(), 4u);
+    const SliceRun expect[] = {{0, 0, 3}, {1, 3, 3}, {2, 6, 2}, {3, 8, 2}};
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(runs[i].thread, expect[i].thread);
+        EXPECT_EQ(runs[i].first, expect[i].first);
+        EXPECT_EQ(runs[i].items, expect[i].items);
+    }
+}
+
+TEST(Driver, SerialFallbackRunsEverythingOnce)
+{
+    for (auto [T, count] : {std::pair{4, 3}, {1, 1000}, {0, 5}, {-3, 5}}) {
+        const auto runs = runsOf(T, count);
+        ASSERT_EQ(runs.size(), 1u) << T << " " << count;
+        EXPECT_EQ(runs[0].first, 0);
+        EXPECT_EQ(runs[0].items, count);
+    }
+    const auto even = runsOf(3, 3);
+    ASSERT_EQ(even.size(), 3u);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(even[i].items, 1);
+}
+
+TEST(Driver, FirstFailureWinsAndZeroChangesNothing)
+{
+    Threads th(4);
+    // One failing slice: its status is the result whatever the order of arrival.
+    for (int failing = 0; failing < 4; ++failing) {
+        const orlStatus st = orl::drive(10, 0, [&](int first, int, void*) {
+            return orl::sliceOf(failing, 4, 10).first == first ? orlStatusSingular : orlStatusOk;
+        });
+        EXPECT_EQ(st, orlStatusSingular);
+    }
+    // Two failures of different kinds: one of the two, never 0.
+    const orlStatus st = orl::drive(10, 0, [&](int first, int, void*) {
+        return first == 3 ? orlStatusSingular : first == 8 ? orlStatusNoConvergence : orlStatusOk;
+    });
+    EXPECT_TRUE(st == orlStatusSingular || st == orlStatusNoConvergence) << st;
+}
+
+// Inside an active parallel region with one active level allowed, the
+// driver's region gets a team of one: the absent threads' slices must still
+// be processed, on the calling thread.
+TEST(Driver, SmallerTeamStillProcessesEveryItem)
+{
+    Threads th(4);
+    const int saved = omp_get_max_active_levels();
+    omp_set_max_active_levels(1);
+    std::vector<int> seen(10, 0);
+    orlStatus st = -1;
+#pragma omp parallel num_threads(1)
+    st = orl::drive(10, 0, [&](int first, int items, void*) {
+        for (int k = first; k < first + items; ++k) seen[k]++;
+        return orlStatusOk;
+    });
+    omp_set_max_active_levels(saved);
+    EXPECT_EQ(st, orlStatusOk);
+    for (int k = 0; k < 10; ++k) EXPECT_EQ(seen[k], 1) << k;
+}
+
+TEST(Driver, ScratchIsPerThreadAlignedAndNullOnTheSerialRoute)
+{
+    {
+        Threads th(4);
+        std::set<std::uintptr_t> blocks;
+        std::mutex m;
+        orl::drive(8, 100, [&](int, int, void* s) {
+            EXPECT_NE(s, nullptr);
+            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(s) % 64, 0u);
+            std::memset(s, 0xab, 100);  // each slice owns its 100 bytes
+            std::lock_guard<std::mutex> g(m);
+            blocks.insert(reinterpret_cast<std::uintptr_t>(s));
+            return orlStatusOk;
+        });
+        EXPECT_EQ(blocks.size(), 4u);
+    }
+    Threads one(1);
+    orl::drive(8, 100, [&](int, int, void* s) {
+        EXPECT_EQ(s, nullptr);
+        return orlStatusOk;
+    });
+}
+
+TEST(Cost, ThirtyTwoBitProductsWrap)
+{
+    using orl::Wrap;
+    EXPECT_EQ((Wrap(16) * 2303).value(), 36848);
+    EXPECT_EQ((Wrap(3) * 4096 * 174763).value(), -2147479552);
+    EXPECT_EQ((Wrap(65536) * 65536 + 7).value(), 7);
+    const orl::Limits ge{36864, 18432, 18432, 18432, 9216, orl::Test::GE};
+    const orl::Limits gt{20000, 20000, 40000, 20000, 20000, orl::Test::GT};
+    EXPECT_TRUE(orl::parallelRoute(36864, ge, orl::Lay::Std, true));
+    EXPECT_FALSE(orl::parallelRoute(36863, ge, orl::Lay::Std, true));
+    EXPECT_TRUE(orl::parallelRoute(18432, ge, orl::Lay::Std, false));
+    EXPECT_FALSE(orl::parallelRoute(20000, gt, orl::Lay::Std, true));
+    EXPECT_TRUE(orl::parallelRoute(20001, gt, orl::Lay::Std, true));
+    EXPECT_FALSE(orl::parallelRoute(30000, gt, orl::Lay::L, true));
+    EXPECT_TRUE(orl::parallelRoute(30000, gt, orl::Lay::L, false));
+    EXPECT_FALSE(orl::parallelRoute(-5, ge, orl::Lay::P, true));
+}
+
+TEST(Identity, VersionRecordAndHooks)
+{
+    const orlLibVersion* v = orlmGetLibVersion();
+    ASSERT_NE(v, nullptr);
+    EXPECT_EQ(v, orlmGetLibVersion());
+    EXPECT_EQ(v->versionMajor, 5);
+    EXPECT_EQ(v->versionMinor, 2);
+    EXPECT_EQ(v->buildMajor, 108);
+    EXPECT_EQ(v->buildNumber, 345);
+    EXPECT_EQ(std::memcmp(v->targetCpu, "t7\0\0", 4), 0);
+    EXPECT_STREQ(v->name, "liborlmt7.so.5.2");
+    EXPECT_STREQ(v->versionText, "5.2");
+    EXPECT_STREQ(v->buildDate, "Jul 11 2007");
+    EXPECT_EQ(offsetof(orlLibVersion, targetCpu), 16u);
+    EXPECT_EQ(i_malloc, &malloc);
+    EXPECT_EQ(i_calloc, &calloc);
+    EXPECT_EQ(i_realloc, &realloc);
+    EXPECT_EQ(i_free, &free);
+}
+
+TEST(Core, ThreadCountAndCacheSize)
+{
+    EXPECT_EQ(threads_omp_of_n_orl, omp_get_max_threads());
+    int32_t size = 0;
+    orlGetMaxCacheSizeB(&size);
+    EXPECT_GE(size, 0);
+}
+
+}  // namespace

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include <xmmintrin.h>
+
 #include "frame/dispatch.h"
 #include "frame/kernel.h"
 #include "frame/operand.h"
@@ -119,6 +121,7 @@ template <class E, int N>
 struct Held {
     E v[N][N];
     E operator()(int i, int j) const { return v[i][j]; }
+    const E* row(int i) const { return v[i]; }
 };
 
 // Item k of a source: read where it lies, or, for a shared operand in a
@@ -145,21 +148,44 @@ constexpr int storedCols(int width, int height)
     return O::trans ? height : width;
 }
 
+// One row of a straight-line 32f form on adjacent elements: a group of four
+// lanes in packed single precision, then the lanes that remain one by one.
+// Each lane is the correctly rounded sum or difference, as in scalar code.
+template <Op op, int N>
+inline void rowF32(float* d, const float* a, const float* b)
+{
+    int j = 0;
+    if constexpr (N >= 4) {
+        const __m128 x = _mm_loadu_ps(a), y = _mm_loadu_ps(b);
+        _mm_storeu_ps(d, op == Op::Add ? _mm_add_ps(x, y) : _mm_sub_ps(x, y));
+        j = 4;
+    }
+    for (; j < N; ++j) d[j] = combine<op, float>(a[j], b[j]);
+}
+
 // The loop over items, rows and columns: a straight-line form for N > 0
 // (sizes known to the compiler, shared operand held), the general loop for
 // N == 0.
+// The operands come by value: local copies that the stores cannot alias,
+// so their pointers and strides stay in registers.
 template <Op op, class Acc, bool Unit, int N, class A, class B, class D>
-void run(const A& a, const B& b, const D& d, int width, int height, int count)
+void run(const A a, const B b, const D d, int width, int height, int count)
 {
     const int W = N ? N : width, H = N ? N : height;
     const auto sa = source<Unit, N>(a, storedCols<A>(width, height));
     const auto sb = source<Unit, N>(b, storedCols<B>(width, height));
+    // Rows of adjacent floats in every operand go through the packed row form.
+    constexpr bool packedRows = N > 0 && Unit && std::is_same_v<typename D::Elem, float> && !A::trans && !B::trans;
     for (int k = 0; k < count; ++k) {
         const auto& x = sa(k);
         const auto& y = sb(k);
         const auto z = matItem<Unit>(d, k, width);
-        for (int i = 0; i < H; ++i)
-            for (int j = 0; j < W; ++j) z(i, j) = combine<op, Acc>(x(i, j), y(i, j));
+        if constexpr (packedRows) {
+            for (int i = 0; i < N; ++i) rowF32<op, N>(z.row(i), x.row(i), y.row(i));
+        } else {
+            for (int i = 0; i < H; ++i)
+                for (int j = 0; j < W; ++j) z(i, j) = combine<op, Acc>(x(i, j), y(i, j));
+        }
     }
 }
 

@@ -1,0 +1,133 @@
+// Test operands: matrices and arrays of matrices laid out in the caller's
+// memory in each of the three layouts, with the addresses computed here
+// independently of the library, and the argument groups that a member takes.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <numeric>
+#include <random>
+#include <tuple>
+#include <vector>
+
+#include "orlm.h"
+
+namespace t {
+
+enum class K { m, t, ma, ta };   // operand kinds of the matrix families
+enum class L { Std, P, L };      // layouts
+
+constexpr bool arr(K k) { return k == K::ma || k == K::ta; }
+constexpr bool tr(K k) { return k == K::t || k == K::ta; }
+
+// How the standard and _L strides are chosen.
+enum class Strides { Unit, Wide };
+
+// One matrix operand of width W, height H (logical, as the member sees it)
+// and `count` items. `Elem` is float or double; sources and results differ
+// only in the constness of the argument types.
+template <class Elem, K kind, L lay, bool result = false>
+struct Mat {
+    using E = Elem;
+    using P = std::conditional_t<result, E*, const E*>;
+    int W, H, count, rows, cols;
+    std::ptrdiff_t s0 = 0, s1 = 0, s2 = 0, off = 0;
+    std::vector<unsigned char> mem;       // where the elements live
+    std::vector<E*> ptrs;                 // the _P table or the _L list
+    std::vector<std::ptrdiff_t> place;    // byte position of each stored (r, c) in a _P item
+
+    Mat(int width, int height, int n, Strides st = Strides::Unit, unsigned seed = 1)
+        : W(width), H(height), count(arr(kind) ? n : 1)
+    {
+        rows = tr(kind) ? W : H;  // stored shape
+        cols = tr(kind) ? H : W;
+        const std::ptrdiff_t e = sizeof(E);
+        std::mt19937 rng(seed);
+        if (lay == L::P) {
+            // Elements of one item scattered in a pool; items one stride0 apart.
+            const int n1 = rows * cols;
+            std::vector<int> perm(n1);
+            std::iota(perm.begin(), perm.end(), 0);
+            std::shuffle(perm.begin(), perm.end(), rng);
+            off = 2 * e;
+            s0 = (n1 + 3) * e;
+            mem.assign(size_t(s0 * count + off + 8 * e), 0);
+            place.resize(n1);
+            for (int x = 0; x < n1; ++x) place[x] = perm[x] * e;
+            ptrs.resize(n1);
+            for (int x = 0; x < n1; ++x) ptrs[x] = reinterpret_cast<E*>(mem.data() + place[x]);
+        } else {
+            s2 = st == Strides::Unit ? e : 3 * e;
+            s1 = cols * s2 + 2 * e;
+            s0 = rows * s1 + e;
+            off = lay == L::L && arr(kind) ? 4 * e : 0;
+            mem.assign(size_t(s0 * count + off + 8 * e), 0);
+            if (lay == L::L && arr(kind)) {
+                // Items in shuffled order in memory, reached through the list.
+                std::vector<int> order(count);
+                std::iota(order.begin(), order.end(), 0);
+                std::shuffle(order.begin(), order.end(), rng);
+                ptrs.resize(count);
+                for (int k = 0; k < count; ++k) ptrs[k] = reinterpret_cast<E*>(mem.data() + order[k] * s0);
+            }
+        }
+    }
+
+    // Address of stored element (r, c) of item k, by the layouts' formulas.
+    E* stored(int k, int r, int c)
+    {
+        unsigned char* b;
+        if (lay == L::P)
+            b = reinterpret_cast<unsigned char*>(ptrs[r * cols + c]) + off + (arr(kind) ? k * s0 : 0);
+        else if (lay == L::L && arr(kind))
+            b = reinterpret_cast<unsigned char*>(ptrs[k]) + off + r * s1 + c * s2;
+        else
+            b = mem.data() + (arr(kind) ? k * s0 : 0) + r * s1 + c * s2;
+        return reinterpret_cast<E*>(b);
+    }
+    // Logical element (i, j) of item k.
+    E& operator()(int k, int i, int j) { return tr(kind) ? *stored(k, j, i) : *stored(k, i, j); }
+
+    template <class F>
+    void fill(F f)
+    {
+        for (int k = 0; k < count; ++k)
+            for (int i = 0; i < H; ++i)
+                for (int j = 0; j < W; ++j) (*this)(k, i, j) = f(k, i, j);
+    }
+
+    // Argument group of the operand in its layout.
+    auto args()
+    {
+        const int i0 = int(s0), i1 = int(s1), i2 = int(s2), io = int(off);
+        if constexpr (lay == L::P) {
+            P const* tbl = ptrs.data();
+            if constexpr (arr(kind)) return std::make_tuple(tbl, io, i0);
+            else return std::make_tuple(tbl, io);
+        } else if constexpr (lay == L::L && arr(kind)) {
+            P const* lst = ptrs.data();
+            return std::make_tuple(lst, io, i1, i2);
+        } else {
+            P p = reinterpret_cast<P>(mem.data());
+            if constexpr (arr(kind)) return std::make_tuple(p, i0, i1, i2);
+            else return std::make_tuple(p, i1, i2);
+        }
+    }
+};
+
+// Calls a member with the argument groups of its operands and plain arguments.
+template <class Fn, class... Groups, class... Plain>
+orlStatus call(Fn fn, std::tuple<Groups...> groups, Plain... plain)
+{
+    return std::apply(fn, std::tuple_cat(groups, std::make_tuple(plain...)));
+}
+
+// Bit pattern equality (tells -0.0 from +0.0 and compares NaNs).
+template <class E>
+bool sameBits(E a, E b)
+{
+    return std::memcmp(&a, &b, sizeof(E)) == 0;
+}
+
+}  // namespace t
