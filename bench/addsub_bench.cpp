@@ -70,7 +70,17 @@ void BM_memcpy(benchmark::State& state)
     state.counters["GBps"] = benchmark::Counter(bytes / 1e9, benchmark::Counter::kIsRate);
 }
 
-// Add_mama_32f / Add_mam_32f on 4x4 unit-stride arrays. range(0): threads.
+// Add_mam_32f (shared second matrix) or Add_mama_32f on 4x4 unit-stride arrays.
+template <bool shared>
+void add4x4(const std::vector<float>& a, const std::vector<float>& b, std::vector<float>& d, int count)
+{
+    if (shared)
+        orlmAdd_mam_32f(a.data(), 64, 16, 4, b.data(), 16, 4, d.data(), 64, 16, 4, 4, 4, count);
+    else
+        orlmAdd_mama_32f(a.data(), 64, 16, 4, b.data(), 64, 16, 4, d.data(), 64, 16, 4, 4, 4, count);
+}
+
+// Large arrays; range(0): threads.
 template <bool shared>
 void BM_add_large(benchmark::State& state)
 {
@@ -80,10 +90,7 @@ void BM_add_large(benchmark::State& state)
     std::vector<float>& b = buf(1, shared ? 16 : n);
     std::vector<float>& d = buf(2, n);
     for (auto _ : state) {
-        if (shared)
-            orlmAdd_mam_32f(a.data(), 64, 16, 4, b.data(), 16, 4, d.data(), 64, 16, 4, 4, 4, kLarge);
-        else
-            orlmAdd_mama_32f(a.data(), 64, 16, 4, b.data(), 64, 16, 4, d.data(), 64, 16, 4, 4, 4, kLarge);
+        add4x4<shared>(a, b, d, kLarge);
         benchmark::ClobberMemory();
     }
     const double streams = shared ? 2 : 3;
@@ -100,10 +107,7 @@ void BM_add_cache(benchmark::State& state)
     std::vector<float>& b = buf(1, shared ? 16 : n);
     std::vector<float>& d = buf(2, n);
     for (auto _ : state) {
-        if (shared)
-            orlmAdd_mam_32f(a.data(), 64, 16, 4, b.data(), 16, 4, d.data(), 64, 16, 4, 4, 4, kSmall);
-        else
-            orlmAdd_mama_32f(a.data(), 64, 16, 4, b.data(), 64, 16, 4, d.data(), 64, 16, 4, 4, 4, kSmall);
+        add4x4<shared>(a, b, d, kSmall);
         benchmark::ClobberMemory();
     }
     state.counters["ns_per_item"] =

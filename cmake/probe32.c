@@ -1,0 +1,2 @@
+/* Runs only where the host can execute programs of the target ABI. */
+int main(void) { return 0; }
