@@ -171,7 +171,6 @@ inline void rowF32(float* d, const float* a, const float* b)
 template <Op op, class Acc, bool Unit, int N, class A, class B, class D>
 void run(const A a, const B b, const D d, int width, int height, int count)
 {
-    const int W = N ? N : width, H = N ? N : height;
     const auto sa = source<Unit, N>(a, storedCols<A>(width, height));
     const auto sb = source<Unit, N>(b, storedCols<B>(width, height));
     // Rows of adjacent floats in every operand go through the packed row form.
@@ -181,10 +180,16 @@ void run(const A a, const B b, const D d, int width, int height, int count)
         const auto& y = sb(k);
         const auto z = matItem<Unit>(d, k, width);
         if constexpr (packedRows) {
+#pragma GCC unroll 6
             for (int i = 0; i < N; ++i) rowF32<op, N>(z.row(i), x.row(i), y.row(i));
+        } else if constexpr (N > 0) {
+#pragma GCC unroll 6
+            for (int i = 0; i < N; ++i)
+#pragma GCC unroll 6
+                for (int j = 0; j < N; ++j) z(i, j) = combine<op, Acc>(x(i, j), y(i, j));
         } else {
-            for (int i = 0; i < H; ++i)
-                for (int j = 0; j < W; ++j) z(i, j) = combine<op, Acc>(x(i, j), y(i, j));
+            for (int i = 0; i < height; ++i)
+                for (int j = 0; j < width; ++j) z(i, j) = combine<op, Acc>(x(i, j), y(i, j));
         }
     }
 }
