@@ -93,7 +93,7 @@ lu = Family(
     key="lu",
     title="LU decomposition with partial pivoting",
     entry="orl::lu::decompEntry",
-    built=False,
+    built=True,
 )
 lu.members = each([("LUDecomp", "m"), ("LUDecomp", "ma")], lu_items, "lu")
 
@@ -101,7 +101,7 @@ lubs = Family(
     key="lubacksubst",
     title="LU back-substitution: solve A x = b from the factor and perm",
     entry="orl::lu::backSubstEntry",
-    built=False,
+    built=True,
 )
 lubs.members = each([("LUBackSubst", "mv"), ("LUBackSubst", "mva"), ("LUBackSubst", "mava")], lubs_items, "lubacksubst")
 

@@ -927,6 +927,182 @@ ORLM_API orlStatus orlmSub_tata_64f_L(
     double* const* dst, int dstOffset, int dstStride1, int dstStride2,
     int width, int height, int count);
 
+/* ---- LU decomposition with partial pivoting ---- */
+
+ORLM_API orlStatus orlmLUDecomp_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    int32_t* perm,
+    float* dst, int dstStride1, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmLUDecomp_m_32f_P(
+    const float* const* src, int srcOffset,
+    int32_t* perm,
+    float* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmLUDecomp_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    int32_t* perm,
+    double* dst, int dstStride1, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmLUDecomp_m_64f_P(
+    const double* const* src, int srcOffset,
+    int32_t* perm,
+    double* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmLUDecomp_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    int32_t* perm,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUDecomp_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    int32_t* perm,
+    float* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUDecomp_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int32_t* perm,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUDecomp_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    int32_t* perm,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUDecomp_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    int32_t* perm,
+    double* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUDecomp_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int32_t* perm,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+/* ---- LU back-substitution: solve A x = b from the factor and perm ---- */
+
+ORLM_API orlStatus orlmLUBackSubst_mv_32f(
+    const float* src, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const float* rhs, int rhsStride2,
+    float* dst, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmLUBackSubst_mv_32f_P(
+    const float* const* src, int srcOffset,
+    const int32_t* perm,
+    const float* const* rhs, int rhsOffset,
+    float* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmLUBackSubst_mv_64f(
+    const double* src, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const double* rhs, int rhsStride2,
+    double* dst, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmLUBackSubst_mv_64f_P(
+    const double* const* src, int srcOffset,
+    const int32_t* perm,
+    const double* const* rhs, int rhsOffset,
+    double* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmLUBackSubst_mva_32f(
+    const float* src, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const float* rhs, int rhsStride0, int rhsStride2,
+    float* dst, int dstStride0, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mva_32f_P(
+    const float* const* src, int srcOffset,
+    const int32_t* perm,
+    const float* const* rhs, int rhsOffset, int rhsStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mva_32f_L(
+    const float* src, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const float* const* rhs, int rhsOffset, int rhsStride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mva_64f(
+    const double* src, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const double* rhs, int rhsStride0, int rhsStride2,
+    double* dst, int dstStride0, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mva_64f_P(
+    const double* const* src, int srcOffset,
+    const int32_t* perm,
+    const double* const* rhs, int rhsOffset, int rhsStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mva_64f_L(
+    const double* src, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const double* const* rhs, int rhsOffset, int rhsStride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mava_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const float* rhs, int rhsStride0, int rhsStride2,
+    float* dst, int dstStride0, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mava_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    const int32_t* perm,
+    const float* const* rhs, int rhsOffset, int rhsStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mava_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const float* const* rhs, int rhsOffset, int rhsStride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mava_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const double* rhs, int rhsStride0, int rhsStride2,
+    double* dst, int dstStride0, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mava_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    const int32_t* perm,
+    const double* const* rhs, int rhsOffset, int rhsStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmLUBackSubst_mava_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    const int32_t* perm,
+    const double* const* rhs, int rhsOffset, int rhsStride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int widthHeight, int count);
+
 
 #ifdef __cplusplus
 }
