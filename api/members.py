@@ -69,7 +69,7 @@ mul = Family(
     key="mul",
     title="Matrix multiply: dst = op(src1) * op(src2)",
     entry="orl::mul::entry",
-    built=False,
+    built=True,
 )
 mul.members = each([("Mul", s) for s in MUL_SHAPES], product_items, "mul")
 

@@ -927,6 +927,696 @@ ORLM_API orlStatus orlmSub_tata_64f_L(
     double* const* dst, int dstOffset, int dstStride1, int dstStride2,
     int width, int height, int count);
 
+/* ---- Matrix multiply: dst = op(src1) * op(src2) ---- */
+
+ORLM_API orlStatus orlmMul_mm_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmMul_mm_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_mm_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmMul_mm_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_mt_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmMul_mt_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_mt_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmMul_mt_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_tm_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmMul_tm_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_tm_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmMul_tm_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_tt_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmMul_tt_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_tt_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmMul_tt_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_mam_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mam_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mam_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mam_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mam_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mam_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mat_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mat_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mat_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mat_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mat_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mat_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tam_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tam_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tam_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tam_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tam_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tam_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tat_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tat_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tat_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tat_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tat_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tat_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mma_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mma_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mma_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mma_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mma_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mma_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mta_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mta_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mta_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mta_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mta_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mta_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tma_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tma_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tma_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tma_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tma_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tma_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tta_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tta_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tta_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tta_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tta_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tta_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mama_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mama_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mama_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mama_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mama_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mama_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mata_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mata_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mata_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mata_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mata_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mata_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tama_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tama_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tama_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tama_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tama_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tama_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tata_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tata_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tata_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tata_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tata_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tata_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride1, int src2Stride2,
+    int src2Width, int src2Height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
 /* ---- LU decomposition with partial pivoting ---- */
 
 ORLM_API orlStatus orlmLUDecomp_m_32f(

@@ -21,12 +21,7 @@ using t::Strides;
 
 namespace {
 
-// Sets the core library's thread count for one scope.
-struct Threads {
-    int saved = threads_omp_of_n_orl;
-    explicit Threads(int n) { threads_omp_of_n_orl = n; }
-    ~Threads() { threads_omp_of_n_orl = saved; }
-};
+using t::Threads;
 
 constexpr K resultKind(K a, K b) { return t::arr(a) || t::arr(b) ? K::ma : K::m; }
 

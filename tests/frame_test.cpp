@@ -13,16 +13,13 @@
 #include <vector>
 
 #include "frame/dispatch.h"
+#include "operands.h"
 #include "orlcore.h"
 #include "orlm.h"
 
 namespace {
 
-struct Threads {
-    int saved = threads_omp_of_n_orl;
-    explicit Threads(int n) { threads_omp_of_n_orl = n; }
-    ~Threads() { threads_omp_of_n_orl = saved; }
-};
+using t::Threads;
 
 struct SliceRun {
     int thread, first, items;

@@ -26,11 +26,7 @@ using t::Strides;
 
 namespace {
 
-struct Threads {
-    int saved = threads_omp_of_n_orl;
-    explicit Threads(int n) { threads_omp_of_n_orl = n; }
-    ~Threads() { threads_omp_of_n_orl = saved; }
-};
+using t::Threads;
 
 constexpr double kUntouched = -777.25;  // dst before the call; exact in both types
 constexpr std::int32_t kNoPerm = -9;

@@ -25,11 +25,7 @@ using t::Strides;
 
 namespace {
 
-struct Threads {
-    int saved = threads_omp_of_n_orl;
-    explicit Threads(int n) { threads_omp_of_n_orl = n; }
-    ~Threads() { threads_omp_of_n_orl = saved; }
-};
+using t::Threads;
 
 using Vec1 = std::vector<double>;
 using Perm = std::vector<std::int32_t>;

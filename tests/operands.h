@@ -11,6 +11,7 @@
 #include <tuple>
 #include <vector>
 
+#include "orlcore.h"
 #include "orlm.h"
 
 namespace t {
@@ -114,6 +115,13 @@ struct Mat {
             else return std::make_tuple(p, i1, i2);
         }
     }
+};
+
+// Sets the core library's thread count for one scope.
+struct Threads {
+    int saved = threads_omp_of_n_orl;
+    explicit Threads(int n) { threads_omp_of_n_orl = n; }
+    ~Threads() { threads_omp_of_n_orl = saved; }
 };
 
 // Calls a member with the argument groups of its operands and plain arguments.
