@@ -51,7 +51,8 @@ void checkValues(Fn fn, int w, int h, int count, Strides st)
     constexpr K kd = resultKind(ka, kb);
     Mat<E, ka, lay> a(w, h, count, st, 1);
     Mat<E, kb, lay> b(w, h, count, st, 2);
-    Mat<E, kd, lay, true> d(w, h, count, st, 3);
+    // With three items the result's rows are spaced apart from the sources'.
+    Mat<E, kd, lay, true> d(w, h, count, st, 3, count == 3 ? 5 : 2);
     a.fill([](int k, int i, int j) { return value<E>(1, k, i, j); });
     b.fill([](int k, int i, int j) { return value<E>(2, k, i, j); });
     d.fill([](int, int, int) { return std::numeric_limits<E>::quiet_NaN(); });

@@ -38,7 +38,7 @@ struct Mat {
     std::vector<E*> ptrs;                 // the _P table or the _L list
     std::vector<std::ptrdiff_t> place;    // byte position of each stored (r, c) in a _P item
 
-    Mat(int width, int height, int n, Strides st = Strides::Unit, unsigned seed = 1)
+    Mat(int width, int height, int n, Strides st = Strides::Unit, unsigned seed = 1, int rowPad = 2)
         : W(width), H(height), count(arr(kind) ? n : 1)
     {
         rows = tr(kind) ? W : H;  // stored shape
@@ -60,7 +60,7 @@ struct Mat {
             for (int x = 0; x < n1; ++x) ptrs[x] = reinterpret_cast<E*>(mem.data() + place[x]);
         } else {
             s2 = st == Strides::Unit ? e : 3 * e;
-            s1 = cols * s2 + 2 * e;
+            s1 = cols * s2 + rowPad * e;
             s0 = rows * s1 + e;
             off = lay == L::L && arr(kind) ? 4 * e : 0;
             mem.assign(size_t(s0 * count + off + 8 * e), 0);

@@ -175,6 +175,20 @@ void run(const A a, const B b, const D d, int width, int height, int count)
     const auto sb = source<Unit, N>(b, storedCols<B>(width, height));
     // Rows of adjacent floats in every operand go through the packed row form.
     constexpr bool packedRows = N > 0 && Unit && std::is_same_v<typename D::Elem, float> && !A::trans && !B::trans;
+    if constexpr (packedRows && A::array && B::array && D::lay != Lay::P) {
+        // The common case of one row step for all three operands keeps the
+        // row addresses in a few registers.
+        if (a.s1 == d.s1 && b.s1 == d.s1) {
+            const std::ptrdiff_t rs = d.s1;
+            for (int k = 0; k < count; ++k) {
+                const auto x = sa(k), y = sb(k);
+                const auto z = matItem<Unit>(d, k, width);
+#pragma GCC unroll 6
+                for (int i = 0; i < N; ++i) rowF32<op, N>(at(z.b, i * rs), at(x.b, i * rs), at(y.b, i * rs));
+            }
+            return;
+        }
+    }
     for (int k = 0; k < count; ++k) {
         const auto& x = sa(k);
         const auto& y = sb(k);
