@@ -116,30 +116,6 @@ inline E combine(E a, E b)
         return static_cast<E>(static_cast<Acc>(a) - static_cast<Acc>(b));
 }
 
-// The elements of a shared operand, held in local values for a whole call.
-template <class E, int N>
-struct Held {
-    E v[N][N];
-    E operator()(int i, int j) const { return v[i][j]; }
-    const E* row(int i) const { return v[i]; }
-};
-
-// Item k of a source: read where it lies, or, for a shared operand in a
-// straight-line form (N > 0), from the copy taken before the loop.
-template <bool Unit, int N, class O>
-inline auto source(const O& o, int cols)
-{
-    if constexpr (O::array || N == 0) {
-        return [o, cols](int k) { return matItem<Unit>(o, k, cols); };
-    } else {
-        const auto item = matItem<Unit>(o, 0, cols);
-        Held<typename O::Elem, N> h;
-        for (int i = 0; i < N; ++i)
-            for (int j = 0; j < N; ++j) h.v[i][j] = item(i, j);
-        return [h](int) -> const Held<typename O::Elem, N>& { return h; };
-    }
-}
-
 // Stored width of an operand: a transposed source is stored with `width`
 // rows of `height` elements.
 template <class O>
@@ -171,8 +147,8 @@ inline void rowF32(float* d, const float* a, const float* b)
 template <Op op, class Acc, bool Unit, int N, class A, class B, class D>
 void run(const A a, const B b, const D d, int width, int height, int count)
 {
-    const auto sa = source<Unit, N>(a, storedCols<A>(width, height));
-    const auto sb = source<Unit, N>(b, storedCols<B>(width, height));
+    const auto sa = sourceItems<Unit, N>(a, storedCols<A>(width, height));
+    const auto sb = sourceItems<Unit, N>(b, storedCols<B>(width, height));
     // Rows of adjacent floats in every operand go through the packed row form.
     constexpr bool packedRows = N > 0 && Unit && std::is_same_v<typename D::Elem, float> && !A::trans && !B::trans;
     if constexpr (packedRows && A::array && B::array && D::lay != Lay::P) {
@@ -221,16 +197,10 @@ orlStatus kernel(const A& a, const B& b, const D& d, int width, int height, int 
     } else {
         using Acc = std::conditional_t<sizeof(E) == 8 && extended64(V, D::array), long double, E>;
         constexpr bool unit = unitStep(V);
-        if (width == height) {
-            switch (width) {
-            case 3: if constexpr (forms.sizes.has(3)) return run<op, Acc, unit, 3>(a, b, d, width, height, count), orlStatusOk; break;
-            case 4: if constexpr (forms.sizes.has(4)) return run<op, Acc, unit, 4>(a, b, d, width, height, count), orlStatusOk; break;
-            case 5: if constexpr (forms.sizes.has(5)) return run<op, Acc, unit, 5>(a, b, d, width, height, count), orlStatusOk; break;
-            case 6: if constexpr (forms.sizes.has(6)) return run<op, Acc, unit, 6>(a, b, d, width, height, count), orlStatusOk; break;
-            }
-        }
-        run<op, Acc, unit, 0>(a, b, d, width, height, count);
-        return orlStatusOk;
+        return bySize<forms.sizes>(
+            width == height ? width : 0,
+            [&](auto n) { return run<op, Acc, unit, decltype(n)::value>(a, b, d, width, height, count), orlStatusOk; },
+            [&] { return run<op, Acc, unit, 0>(a, b, d, width, height, count), orlStatusOk; });
     }
 }
 
@@ -265,7 +235,7 @@ orlStatus entry(const A& a, const B& b, const D& d, int width, int height, int c
     } else {
         const Wrap items = A::array && B::array ? Wrap(3) * count : Wrap(2) * count + 1;
         const std::int32_t cost = (Wrap(width) * height * items).value();
-        return route(cost, kLimits.of<E>(), count,
+        return route(cost, kLimits.of<E>(), L, count,
                      [&](int n, const auto&... o) { return select<op>(o..., width, height, n); }, a, b, d);
     }
 }

@@ -141,17 +141,27 @@ orlStatus drive(int count, std::size_t scratchPerThread, Work&& work)
     return status;
 }
 
-// The common shape of an array entry's route: `kernel(ops...)` on all items
-// when the cost stays under the limit, else the driver with each thread's
-// operands advanced to its slice. Per-item outputs are advanced by the
-// work function that the family passes in.
-template <class Kernel, class... Ops>
-orlStatus route(std::int32_t cost, const Limits& lim, int count, Kernel&& kernel, const Ops&... ops)
+// Stride case of one argument of a route: operands know theirs; per-item
+// outputs have none.
+template <class O>
+inline bool unitOf(const O& o)
 {
-    using First = std::remove_cvref_t<decltype((ops, ...))>;
-    const bool unit = (ops.unit() && ...);
-    if (!parallelRoute(cost, lim, First::lay, unit)) return kernel(count, ops...);
-    return drive(count, 0, [&](int first, int items, void*) { return kernel(items, ops.from(first)...); });
+    if constexpr (requires { o.unit(); })
+        return o.unit();
+    else
+        return true;
+}
+
+// The common shape of an array entry's route: `kernel(count, args...)` on all
+// items when the cost stays under the limit, else the driver with each
+// thread's arguments advanced to its slice. `args` are operands and per-item
+// outputs (anything with `from(first)`); shared ones stay as they are.
+template <class Kernel, class... Args>
+orlStatus route(std::int32_t cost, const Limits& lim, Lay lay, int count, Kernel&& kernel, const Args&... args)
+{
+    const bool unit = (unitOf(args) && ...);
+    if (!parallelRoute(cost, lim, lay, unit)) return kernel(count, args...);
+    return drive(count, 0, [&](int first, int items, void*) { return kernel(items, args.from(first)...); });
 }
 
 }  // namespace orl

@@ -3,6 +3,7 @@
 
 #include <initializer_list>
 #include <string_view>
+#include <type_traits>
 
 #include "operand.h"
 
@@ -71,5 +72,53 @@ struct Sizes {
     }
     constexpr bool has(int n) const { return n >= 0 && n < 32 && ((bits >> n) & 1u); }
 };
+
+// The size dispatch of a kernel: `fixed(std::integral_constant<int, N>{})`
+// when n is one of the sizes 3..6 that S holds, else `general()`. A caller
+// passes 0 for n where the operation is not square.
+template <Sizes S, class Fixed, class General>
+[[gnu::always_inline]] inline orlStatus bySize(int n, const Fixed& fixed, const General& general)
+{
+    switch (n) {
+    case 3: if constexpr (S.has(3)) return fixed(std::integral_constant<int, 3>{}); break;
+    case 4: if constexpr (S.has(4)) return fixed(std::integral_constant<int, 4>{}); break;
+    case 5: if constexpr (S.has(5)) return fixed(std::integral_constant<int, 5>{}); break;
+    case 6: if constexpr (S.has(6)) return fixed(std::integral_constant<int, 6>{}); break;
+    }
+    return general();
+}
+
+// The logical elements of a shared source, held in local values for a whole
+// call by the straight-line forms.
+template <class E, int N>
+struct Held {
+    E v[N][N];
+    E operator()(int i, int j) const { return v[i][j]; }
+    const E* row(int i) const { return v[i]; }
+};
+
+template <int N, class Acc>
+inline auto hold(const Acc& x)
+{
+    Held<std::remove_cvref_t<decltype(x(0, 0))>, N> h;
+#pragma GCC unroll 8
+    for (int i = 0; i < N; ++i)
+#pragma GCC unroll 8
+        for (int j = 0; j < N; ++j) h.v[i][j] = x(i, j);
+    return h;
+}
+
+// Item k of a matrix source: read where it lies, or, for a shared operand in
+// a straight-line form (N > 0), from the copy taken before the loop over items.
+template <bool Unit, int N, class O>
+inline auto sourceItems(const O& o, int cols)
+{
+    if constexpr (O::array || N == 0) {
+        return [o, cols](int k) { return matItem<Unit>(o, k, cols); };
+    } else {
+        const auto h = hold<N>(matItem<Unit>(o, 0, cols));
+        return [h](int) -> const decltype(h)& { return h; };
+    }
+}
 
 }  // namespace orl

@@ -152,6 +152,15 @@ constexpr const KernelRow& rowOf(Ty ty, Var var, std::string_view shape)
     return kKernels[0];
 }
 
+// The sizes at which a kernel has an unrolled path.
+constexpr Sizes unrolledSizes(const KernelRow& r)
+{
+    Sizes z;
+    for (int i = 0; i < 4; ++i)
+        if (r.at[i] != G) z.bits |= 1u << (i + 3);
+    return z;
+}
+
 // Every kernel of every shape has exactly one row.
 constexpr bool tableComplete()
 {
@@ -167,39 +176,6 @@ constexpr bool tableComplete()
     return true;
 }
 static_assert(tableComplete(), "the kernel table must name every kernel exactly once");
-
-// ---- operands held for a whole call --------------------------------------------
-
-// The logical elements of a shared source, held in local values.
-template <class E, int N>
-struct Held {
-    E v[N][N];
-    E operator()(int i, int j) const { return v[i][j]; }
-};
-
-template <int N, class Acc>
-inline auto hold(const Acc& x)
-{
-    Held<std::remove_cvref_t<decltype(x(0, 0))>, N> h;
-    #pragma GCC unroll 8
-    for (int i = 0; i < N; ++i)
-        #pragma GCC unroll 8
-        for (int j = 0; j < N; ++j) h.v[i][j] = x(i, j);
-    return h;
-}
-
-// Item k of a source: read where it lies, or, for a shared operand in an
-// unrolled path (N > 0), from the copy taken before the loop over items.
-template <bool Unit, int N, class O>
-inline auto source(const O& o, int cols)
-{
-    if constexpr (O::array || N == 0) {
-        return [o, cols](int k) { return matItem<Unit>(o, k, cols); };
-    } else {
-        const auto h = hold<N>(matItem<Unit>(o, 0, cols));
-        return [h](int) -> const decltype(h)& { return h; };
-    }
-}
 
 // ---- general paths ------------------------------------------------------------
 
@@ -302,8 +278,8 @@ template <Path path, int N, bool Unit, class A, class B, class D>
 void unrolledScalar(const A& a, const B& b, const D& d, const Dims& s, int count)
 {
     using E = typename D::Elem;
-    const auto sa = source<Unit, N>(a, s.colsA);
-    const auto sb = source<Unit, N>(b, s.colsB);
+    const auto sa = sourceItems<Unit, N>(a, s.colsA);
+    const auto sb = sourceItems<Unit, N>(b, s.colsB);
     for (int item = 0; item < count; ++item) {
         const auto& x = sa(item);
         const auto& y = sb(item);
@@ -589,16 +565,13 @@ orlStatus kernel(const A& a, const B& b, const D& d, const Dims& s, int count)
             kernel<Var::S2>(itemAsSingle(a, item), itemAsSingle(b, item), itemAsSingle(d, item), s, 1);
         return orlStatusOk;
     } else {
-        if (s.M == s.N && s.N == s.K) {
-            switch (s.M) {
-            case 3: if constexpr (row.at[0] != G) return unrolled<row.at[0], 3, V>(a, b, d, s, count), orlStatusOk; break;
-            case 4: if constexpr (row.at[1] != G) return unrolled<row.at[1], 4, V>(a, b, d, s, count), orlStatusOk; break;
-            case 5: if constexpr (row.at[2] != G) return unrolled<row.at[2], 5, V>(a, b, d, s, count), orlStatusOk; break;
-            case 6: if constexpr (row.at[3] != G) return unrolled<row.at[3], 6, V>(a, b, d, s, count), orlStatusOk; break;
-            }
-        }
-        general<row.general, unitStep(V)>(a, b, d, s, count);
-        return orlStatusOk;
+        return bySize<unrolledSizes(row)>(
+            s.M == s.N && s.N == s.K ? s.M : 0,
+            [&](auto n) {
+                constexpr int N = decltype(n)::value;
+                return unrolled<row.at[N - 3], N, V>(a, b, d, s, count), orlStatusOk;
+            },
+            [&] { return general<row.general, unitStep(V)>(a, b, d, s, count), orlStatusOk; });
     }
 }
 
@@ -628,7 +601,7 @@ orlStatus entry(const A& a, int w1, int h1, const B& b, int w2, int h2, const D&
         return select(a, b, d, s, 1);
     } else {
         constexpr CostFn cost = costOf(kShape<A::kind, B::kind>.view());
-        return route(cost(w1, h1, w2, h2, count).value(), kLimits.of<E>(), count,
+        return route(cost(w1, h1, w2, h2, count).value(), kLimits.of<E>(), D::lay, count,
                      [&](int n, const auto&... o) { return select(o..., s, n); }, a, b, d);
     }
 }

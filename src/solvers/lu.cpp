@@ -170,13 +170,9 @@ orlStatus run(int count, PerItem<std::int32_t> perm, const S& s, const D& d, int
 template <Var V, class S, class D>
 orlStatus kernel(int count, PerItem<std::int32_t> perm, const S& s, const D& d, int n)
 {
-    switch (n) {
-    case 3: if constexpr (kUnrolledSizes.has(3)) return run<3, V>(count, perm, s, d, n); break;
-    case 4: if constexpr (kUnrolledSizes.has(4)) return run<4, V>(count, perm, s, d, n); break;
-    case 5: if constexpr (kUnrolledSizes.has(5)) return run<5, V>(count, perm, s, d, n); break;
-    case 6: if constexpr (kUnrolledSizes.has(6)) return run<6, V>(count, perm, s, d, n); break;
-    }
-    return run<0, V>(count, perm, s, d, n);
+    return bySize<kUnrolledSizes>(
+        n, [&](auto N) { return run<decltype(N)::value, V>(count, perm, s, d, n); },
+        [&] { return run<0, V>(count, perm, s, d, n); });
 }
 
 // The kernel that the stride2 test selects (again, in each driver slice).
@@ -207,11 +203,8 @@ orlStatus decompEntry(const S& src, std::int32_t* perm, const D& dst, int widthH
         return decomp::select(1, pm, src, dst, n);
     } else {
         const std::int32_t cost = (Wrap(n) * n * count).value();
-        if (!parallelRoute(cost, decomp::kLimits.of<E>(), D::lay, allUnit(src, dst)))
-            return decomp::select(count, pm, src, dst, n);
-        return drive(count, 0, [&](int first, int items, void*) {
-            return decomp::select(items, pm.from(first), src.from(first), dst.from(first), n);
-        });
+        return route(cost, decomp::kLimits.of<E>(), D::lay, count,
+                     [&](int items, const auto&... o) { return decomp::select(items, o..., n); }, pm, src, dst);
     }
 }
 

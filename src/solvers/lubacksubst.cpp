@@ -120,14 +120,9 @@ template <Var V, class S, class B, class X>
 orlStatus kernel(int count, PerItem<const std::int32_t> perm, const S& s, const B& b, const X& x, int n)
 {
     constexpr bool unit = unitStep(V);
-    switch (n) {
-    case 3: if constexpr (kUnrolledSizes.has(3)) return unrolled<3, unit>(count, perm, s, b, x), orlStatusOk; break;
-    case 4: if constexpr (kUnrolledSizes.has(4)) return unrolled<4, unit>(count, perm, s, b, x), orlStatusOk; break;
-    case 5: if constexpr (kUnrolledSizes.has(5)) return unrolled<5, unit>(count, perm, s, b, x), orlStatusOk; break;
-    case 6: if constexpr (kUnrolledSizes.has(6)) return unrolled<6, unit>(count, perm, s, b, x), orlStatusOk; break;
-    }
-    general<unit>(count, perm, s, b, x, n);
-    return orlStatusOk;
+    return bySize<kUnrolledSizes>(
+        n, [&](auto N) { return unrolled<decltype(N)::value, unit>(count, perm, s, b, x), orlStatusOk; },
+        [&] { return general<unit>(count, perm, s, b, x, n), orlStatusOk; });
 }
 
 // The kernel that the stride2 test selects (again, in each driver slice).
@@ -161,11 +156,8 @@ orlStatus backSubstEntry(const S& src, const std::int32_t* perm, const B& rhs, c
     } else {
         const Wrap items = count;
         const std::int32_t cost = (S::array ? Wrap(n) * (Wrap(n) + 2) * items : (Wrap(n) + Wrap(2) * items) * n).value();
-        if (!parallelRoute(cost, subst::kLimits.of<E>(), X::lay, allUnit(src, rhs, dst)))
-            return subst::select(count, pm, src, rhs, dst, n);
-        return drive(count, 0, [&](int first, int items, void*) {
-            return subst::select(items, pm.from(first), src.from(first), rhs.from(first), dst.from(first), n);
-        });
+        return route(cost, subst::kLimits.of<E>(), X::lay, count,
+                     [&](int slice, const auto&... o) { return subst::select(slice, o..., n); }, pm, src, rhs, dst);
     }
 }
 
