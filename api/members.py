@@ -106,3 +106,16 @@ lubs = Family(
 lubs.members = each([("LUBackSubst", "mv"), ("LUBackSubst", "mva"), ("LUBackSubst", "mava")], lubs_items, "lubacksubst")
 
 FAMILIES = [addsub, mul, lu, lubs]
+
+
+def _family_modules():
+    """The families described in api/families/, one module each, by name."""
+    import importlib
+    import os
+    here = os.path.join(os.path.dirname(os.path.abspath(__file__)), "families")
+    names = sorted(f[:-3] for f in os.listdir(here) if f.endswith(".py") and not f.startswith("_"))
+    return [importlib.import_module(f"families.{n}") for n in names]
+
+
+for _mod in _family_modules():
+    FAMILIES += _mod.FAMILIES
