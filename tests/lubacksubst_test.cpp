@@ -22,6 +22,7 @@ using t::K;
 using t::L;
 using t::Mat;
 using t::Strides;
+using t::Vec;
 
 namespace {
 
@@ -29,64 +30,6 @@ using t::Threads;
 
 using Vec1 = std::vector<double>;
 using Perm = std::vector<std::int32_t>;
-
-// ---- vector operands in the three layouts ----------------------------------
-
-template <class E, bool array, L lay, bool result = false>
-struct Vec {
-    using P = std::conditional_t<result, E*, const E*>;
-    int n, count;
-    std::ptrdiff_t s0 = 0, s2 = 0, off = 0;
-    std::vector<unsigned char> mem;
-    std::vector<E*> ptrs;  // _P table or _L list
-
-    Vec(int length, int items, Strides st, unsigned seed) : n(length), count(array ? items : 1)
-    {
-        const std::ptrdiff_t e = sizeof(E);
-        std::mt19937 rng(seed);
-        std::vector<int> order(std::max(n, count));
-        std::iota(order.begin(), order.end(), 0);
-        if (lay == L::P) {
-            std::shuffle(order.begin(), order.begin() + n, rng);
-            off = 2 * e;
-            s0 = (n + 3) * e;
-            mem.assign(size_t(s0 * count + off + e), 0);
-            for (int j = 0; j < n; ++j) ptrs.push_back(reinterpret_cast<E*>(mem.data() + order[j] * e));
-        } else {
-            s2 = st == Strides::Unit ? e : 2 * e;
-            s0 = n * s2 + e;
-            off = lay == L::L ? 4 * e : 0;
-            mem.assign(size_t(s0 * count + off + e), 0);
-            if (lay == L::L) {
-                std::shuffle(order.begin(), order.begin() + count, rng);
-                for (int k = 0; k < count; ++k) ptrs.push_back(reinterpret_cast<E*>(mem.data() + order[k] * s0));
-            }
-        }
-    }
-    E& operator()(int k, int j)
-    {
-        unsigned char* b = lay == L::P   ? reinterpret_cast<unsigned char*>(ptrs[j]) + off + k * s0
-                           : lay == L::L ? reinterpret_cast<unsigned char*>(ptrs[k]) + off + j * s2
-                                         : mem.data() + k * s0 + j * s2;
-        return *reinterpret_cast<E*>(b);
-    }
-    auto args()
-    {
-        const int i0 = int(s0), i2 = int(s2), io = int(off);
-        if constexpr (lay == L::P) {
-            P const* tbl = ptrs.data();
-            if constexpr (array) return std::make_tuple(tbl, io, i0);
-            else return std::make_tuple(tbl, io);
-        } else if constexpr (lay == L::L) {
-            P const* lst = ptrs.data();
-            return std::make_tuple(lst, io, i2);
-        } else {
-            P p = reinterpret_cast<P>(mem.data());
-            if constexpr (array) return std::make_tuple(p, i0, i2);
-            else return std::make_tuple(p, i2);
-        }
-    }
-};
 
 // ---- reference: the two paths transcribed -----------------------------------
 

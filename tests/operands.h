@@ -117,6 +117,99 @@ struct Mat {
     }
 };
 
+// One vector operand of `length` elements and `items` items (1 unless
+// `array`). In an _L member a shared vector keeps the standard form.
+
+template <class E, bool array, L lay, bool result = false>
+struct Vec {
+    using P = std::conditional_t<result, E*, const E*>;
+    int n, count;
+    std::ptrdiff_t s0 = 0, s2 = 0, off = 0;
+    static constexpr bool listed = lay == L::L && array;
+    std::vector<unsigned char> mem;
+    std::vector<E*> ptrs;  // _P table or _L list
+
+    Vec(int length, int items, Strides st, unsigned seed) : n(length), count(array ? items : 1)
+    {
+        const std::ptrdiff_t e = sizeof(E);
+        std::mt19937 rng(seed);
+        std::vector<int> order(std::max(n, count));
+        std::iota(order.begin(), order.end(), 0);
+        if (lay == L::P) {
+            std::shuffle(order.begin(), order.begin() + n, rng);
+            off = 2 * e;
+            s0 = (n + 3) * e;
+            mem.assign(size_t(s0 * count + off + e), 0);
+            for (int j = 0; j < n; ++j) ptrs.push_back(reinterpret_cast<E*>(mem.data() + order[j] * e));
+        } else {
+            s2 = st == Strides::Unit ? e : 2 * e;
+            s0 = n * s2 + e;
+            off = listed ? 4 * e : 0;
+            mem.assign(size_t(s0 * count + off + e), 0);
+            if (listed) {
+                std::shuffle(order.begin(), order.begin() + count, rng);
+                for (int k = 0; k < count; ++k) ptrs.push_back(reinterpret_cast<E*>(mem.data() + order[k] * s0));
+            }
+        }
+    }
+    E& operator()(int k, int j)
+    {
+        unsigned char* b = lay == L::P   ? reinterpret_cast<unsigned char*>(ptrs[j]) + off + k * s0
+                           
+                           : listed     ? reinterpret_cast<unsigned char*>(ptrs[k]) + off + j * s2
+                                         : mem.data() + (array ? k * s0 : 0) + j * s2;
+        return *reinterpret_cast<E*>(b);
+    }
+    auto args()
+    {
+        const int i0 = int(s0), i2 = int(s2), io = int(off);
+        if constexpr (lay == L::P) {
+            P const* tbl = ptrs.data();
+            if constexpr (array) return std::make_tuple(tbl, io, i0);
+            else return std::make_tuple(tbl, io);
+        } else if constexpr (listed) {
+            P const* lst = ptrs.data();
+            return std::make_tuple(lst, io, i2);
+        } else {
+            P p = reinterpret_cast<P>(mem.data());
+            if constexpr (array) return std::make_tuple(p, i0, i2);
+            else return std::make_tuple(p, i2);
+        }
+    }
+};
+
+// An array of `items` constants: base pointer and stride0 in the standard and
+// _P members, a list of pointers with an offset in the _L members.
+template <class E, L lay>
+struct Consts {
+    std::ptrdiff_t s0 = 0, off = 0;
+    int count;
+    std::vector<unsigned char> mem;
+    std::vector<const E*> ptrs;  // _L list
+
+    explicit Consts(int items, std::ptrdiff_t stride0 = 2 * sizeof(E)) : s0(stride0), count(items)
+    {
+        const std::ptrdiff_t e = sizeof(E);
+        if (lay == L::L) {
+            off = e;
+            mem.assign(size_t((2 * count + 2) * e), 0);
+            for (int k = 0; k < count; ++k) ptrs.push_back(reinterpret_cast<const E*>(mem.data() + (count - 1 - k) * 2 * e));
+        } else {
+            mem.assign(size_t((s0 > 0 ? s0 * count : 0) + 2 * e), 0);
+        }
+    }
+    E& operator()(int k)
+    {
+        unsigned char* b = lay == L::L ? (unsigned char*)(ptrs[k]) + off : mem.data() + k * s0;
+        return *reinterpret_cast<E*>(b);
+    }
+    auto args()
+    {
+        if constexpr (lay == L::L) return std::make_tuple(ptrs.data(), int(off));
+        else return std::make_tuple(reinterpret_cast<const E*>(mem.data()), int(s0));
+    }
+};
+
 // Sets the core library's thread count for one scope.
 struct Threads {
     int saved = threads_omp_of_n_orl;
