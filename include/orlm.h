@@ -1793,6 +1793,404 @@ ORLM_API orlStatus orlmLUBackSubst_mava_64f_L(
     double* const* dst, int dstOffset, int dstStride2,
     int widthHeight, int count);
 
+/* ---- Dot and cross product: dst = src1 . src2, dst = src1 x src2 ---- */
+
+ORLM_API orlStatus orlmDotProduct_vv_32f(
+    const float* src1, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst,
+    int length);
+
+ORLM_API orlStatus orlmDotProduct_vv_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* dst,
+    int length);
+
+ORLM_API orlStatus orlmDotProduct_vv_64f(
+    const double* src1, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst,
+    int length);
+
+ORLM_API orlStatus orlmDotProduct_vv_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* dst,
+    int length);
+
+ORLM_API orlStatus orlmDotProduct_vav_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vav_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vav_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vav_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vav_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vav_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vava_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vava_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vava_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vava_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vava_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmDotProduct_vava_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmCrossProduct_vv_32f(
+    const float* src1, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst, int dstStride2);
+
+ORLM_API orlStatus orlmCrossProduct_vv_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmCrossProduct_vv_64f(
+    const double* src1, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst, int dstStride2);
+
+ORLM_API orlStatus orlmCrossProduct_vv_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmCrossProduct_vav_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vav_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vav_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vav_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vav_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vav_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vva_32f(
+    const float* src1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vva_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vva_32f_L(
+    const float* src1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vva_64f(
+    const double* src1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vva_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vva_64f_L(
+    const double* src1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vava_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vava_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vava_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vava_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vava_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmCrossProduct_vava_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+/* ---- Norms and trace: Euclidean norm of vectors, Frobenius norm and trace of matrices ---- */
+
+ORLM_API orlStatus orlmL2Norm_v_32f(
+    const float* src, int srcStride2,
+    float* dst,
+    int length);
+
+ORLM_API orlStatus orlmL2Norm_v_32f_P(
+    const float* const* src, int srcOffset,
+    float* dst,
+    int length);
+
+ORLM_API orlStatus orlmL2Norm_v_64f(
+    const double* src, int srcStride2,
+    double* dst,
+    int length);
+
+ORLM_API orlStatus orlmL2Norm_v_64f_P(
+    const double* const* src, int srcOffset,
+    double* dst,
+    int length);
+
+ORLM_API orlStatus orlmL2Norm_va_32f(
+    const float* src, int srcStride0, int srcStride2,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmL2Norm_va_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmL2Norm_va_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmL2Norm_va_64f(
+    const double* src, int srcStride0, int srcStride2,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmL2Norm_va_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmL2Norm_va_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmFrobNorm_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    int width, int height,
+    float* dst);
+
+ORLM_API orlStatus orlmFrobNorm_m_32f_P(
+    const float* const* src, int srcOffset,
+    int width, int height,
+    float* dst);
+
+ORLM_API orlStatus orlmFrobNorm_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    int width, int height,
+    double* dst);
+
+ORLM_API orlStatus orlmFrobNorm_m_64f_P(
+    const double* const* src, int srcOffset,
+    int width, int height,
+    double* dst);
+
+ORLM_API orlStatus orlmFrobNorm_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    int width, int height,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmFrobNorm_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    int width, int height,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmFrobNorm_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int width, int height,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmFrobNorm_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    int width, int height,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmFrobNorm_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    int width, int height,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmFrobNorm_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int width, int height,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmTrace_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* dst);
+
+ORLM_API orlStatus orlmTrace_m_32f_P(
+    const float* const* src, int srcOffset,
+    int widthHeight,
+    float* dst);
+
+ORLM_API orlStatus orlmTrace_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* dst);
+
+ORLM_API orlStatus orlmTrace_m_64f_P(
+    const double* const* src, int srcOffset,
+    int widthHeight,
+    double* dst);
+
+ORLM_API orlStatus orlmTrace_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmTrace_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    int widthHeight,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmTrace_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmTrace_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmTrace_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    int widthHeight,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmTrace_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* dst,
+    int count);
+
+/* ---- Homogeneous affine transform of 3D points by one 4x4 matrix ---- */
+
+ORLM_API orlStatus orlmAffineTransform3DH_mva_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
 
 #ifdef __cplusplus
 }

@@ -7,8 +7,11 @@
 // Newton step, a closed form shared by several tests), one section each.
 #pragma once
 
+#include <cstdint>
 #include <cstring>
 #include <string_view>
+
+#include <xmmintrin.h>
 
 #include "orlm.h"
 
@@ -97,6 +100,97 @@ template <class E>
 bool sameBits(E a, E b)
 {
     return std::memcmp(&a, &b, sizeof(E)) == 0;
+}
+
+}  // namespace ref
+
+// ---- sums in a stated order: dot products, norms, trace ---------------------
+
+namespace ref {
+
+// A sum of terms t[k] in the order written as "(p0+p2)+(p1+p3)" (any letter
+// before the index), each addition rounded to E.
+template <class E>
+E sumParsed(const char*& s, const E* t)
+{
+    auto term = [&]() -> E {
+        while (*s == ' ') ++s;
+        if (*s == '(') {
+            ++s;
+            const E v = sumParsed(s, t);
+            ++s;
+            return v;
+        }
+        ++s;
+        return t[*s++ - '0'];
+    };
+    E v = term();
+    while (*s == '+') {
+        ++s;
+        v = E(v + term());
+    }
+    return v;
+}
+
+template <class E>
+E sumInOrder(const char* tree, const E* t)
+{
+    return sumParsed(tree, t);
+}
+
+// +0.0, then every term in ascending order.
+template <class E>
+E chainFromZero(int n, const E* t)
+{
+    E s = E(0);
+    for (int k = 0; k < n; ++k) s = E(s + t[k]);
+    return s;
+}
+
+// The 32f lane sum of long dot products: a chain below `limit` (or at an
+// address that is no multiple of 4); else the terms before the next 16-byte
+// boundary of `addr` as a chain into lane 0, rounds of 8 into two 4-lane
+// accumulators (terms 0-3 of a round into the first, 4-7 into the second),
+// t = first + second, (t0 + t2) + (t1 + t3), then the rest one by one. The
+// aligned form has no peel and a limit of 8.
+inline float laneSum(const float* t, int n, std::uintptr_t addr, int limit, bool aligned)
+{
+    if (n < (aligned ? 8 : limit) || (!aligned && addr % 4)) return chainFromZero(n, t);
+    float u[4] = {}, v[4] = {};
+    int k = aligned || addr % 16 == 0 ? 0 : int(16 - addr % 16) / 4;
+    u[0] = chainFromZero(k, t);
+    for (; k + 8 <= n; k += 8)
+        for (int j = 0; j < 4; ++j) u[j] += t[k + j], v[j] += t[k + 4 + j];
+    float s = ((u[0] + v[0]) + (u[2] + v[2])) + ((u[1] + v[1]) + (u[3] + v[3]));
+    for (; k < n; ++k) s += t[k];
+    return s;
+}
+
+// The 64f pair sum: a chain below `limit` (or at an address no multiple of 8);
+// else, at an address no multiple of 16, the first term alone in lane 0 of A;
+// rounds of 8: terms 0, 1, 4, 5 into A's lanes, 2, 3, 6, 7 into B's; then
+// (A0 + B0) + (A1 + B1) and the rest one by one.
+inline double pairSum(const double* t, int n, std::uintptr_t addr, int limit, bool aligned)
+{
+    if (n < (aligned ? 8 : limit) || (!aligned && addr % 8)) return chainFromZero(n, t);
+    double a0 = 0, a1 = 0, b0 = 0, b1 = 0;
+    int k = 0;
+    if (!aligned && addr % 16) a0 = t[k++];
+    for (; k + 8 <= n; k += 8) {
+        a0 += t[k], a1 += t[k + 1], b0 += t[k + 2], b1 += t[k + 3];
+        a0 += t[k + 4], a1 += t[k + 5], b0 += t[k + 6], b1 += t[k + 7];
+    }
+    double s = (a0 + b0) + (a1 + b1);
+    for (; k < n; ++k) s += t[k];
+    return s;
+}
+
+// The refined root: the processor's reciprocal square root estimate r of s,
+// one Newton step, times s: s * (r * (0.5 * (3 - s * (r * r)))).
+inline float refinedRoot(float s)
+{
+    const float r = _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(s)));
+    return s * (r * (0.5f * (3.0f - s * (r * r))));
 }
 
 }  // namespace ref
