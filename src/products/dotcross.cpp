@@ -123,7 +123,18 @@ orlStatus dotKernel(int count, PerItem<typename A::Elem> dst, const A& a, const 
         n,
         [&](auto N) {
             constexpr DotForm form = dotForm(shape, tyOf<E>, V, decltype(N)::value);
-            for (int k = 0; k < count; ++k) {
+            int k = 0;
+            if constexpr (unit && !form.extended && sizeof(E) == 4 && decltype(N)::value == 4) {
+                // Four items a step, one a lane: the same operations in the same order.
+                for (; k + 4 <= count; k += 4) {
+                    __m128 p[4];
+                    for (int g = 0; g < 4; ++g)
+                        p[g] = _mm_mul_ps(_mm_loadu_ps(&vecItem<unit>(a, k + g)(0)), _mm_loadu_ps(&vecItem<unit>(b, k + g)(0)));
+                    _MM_TRANSPOSE4_PS(p[0], p[1], p[2], p[3]);
+                    _mm_storeu_ps(dst.item(k), sumTree<form.tree, __m128>([&](int j) { return p[j]; }));
+                }
+            }
+            for (; k < count; ++k) {
                 const auto x = vecItem<unit>(a, k);
                 const auto y = vecItem<unit>(b, k);
                 if constexpr (form.extended)
