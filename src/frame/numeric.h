@@ -22,6 +22,8 @@
 // which is what a caller sees when a destination overlaps a source.
 #pragma once
 
+#include <xmmintrin.h>
+
 namespace orl {
 
 enum class Num { Packed, Extended, Blocked, Running, ThroughDst };
@@ -70,6 +72,23 @@ inline void productsInto(E& d, int K, const Fa& a, const Fb& b)
     } else {
         d = sumOfProducts<kind, E>(K, a, b);
     }
+}
+
+// ---- processor estimates ----------------------------------------------------
+
+// The processor's reciprocal square root estimate (rsqrtss, about 12 bits;
+// its bits differ between processor makers), followed by one Newton step
+// y1 = y0 * (t * y0 * y0 - 3) * (-0.5), every operation in single precision.
+// No second step and no final correction: about 22 good bits.
+inline float rsqrtEstimate(float t)
+{
+    return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(t)));
+}
+
+inline float rsqrtNewton(float t)
+{
+    const float y0 = rsqrtEstimate(t);
+    return y0 * (t * y0 * y0 - 3.0f) * (-0.5f);
 }
 
 }  // namespace orl
