@@ -1,8 +1,9 @@
 /* A rigid-body simulation keeps, for each body, a 3x3 inertia matrix and a
  * 4x4 transform inside its own record. Once a step it adds a correction to
  * every body's inertia in place, through the three memory layouts that the
- * library offers, and then updates a large batch of transforms, which the
- * library spreads over threads.
+ * library offers, solves each body's inertia system for its angular velocity,
+ * and then updates a large batch of transforms, which the library spreads
+ * over threads.
  *
  * Build and run: cmake --workflow --preset demo
  */
@@ -36,6 +37,43 @@ static int check(orlStatus st, const char* what)
         printf("%s failed with status %d\n", what, (int)st);
         return 1;
     }
+    return 0;
+}
+
+/* Angular velocity from angular momentum: each body's inertia I is symmetric
+ * positive definite, so I w = h is solved with the Cholesky pair, the
+ * decomposition reading the tensors where they lie in the records (stride0
+ * is the size of a record) and the back-substitution pairing factor k with
+ * momentum k. A tensor that is not positive definite (an ideal thin rod has
+ * no inertia about its own axis) is reported by its status. */
+static int solve_angular_velocities(const Body* bodies, int count)
+{
+    enum { MAXB = 16 };
+    float factor[MAXB][3][3], momentum[MAXB][3], omega[MAXB][3];
+    if (count > MAXB) return 1;
+    for (int k = 0; k < count; ++k) {
+        momentum[k][0] = 1.0f;
+        momentum[k][1] = 0.5f * (float)k;
+        momentum[k][2] = -0.25f;
+    }
+    const int s1 = 3 * (int)sizeof(float), s2 = (int)sizeof(float), f0 = 9 * (int)sizeof(float);
+    if (check(orlmCholeskyDecomp_ma_32f(&bodies[0].inertia[0][0], (int)sizeof(Body), s1, s2, &factor[0][0][0], f0, s1,
+                                        s2, 3, count),
+              "orlmCholeskyDecomp_ma_32f") ||
+        check(orlmCholeskyBackSubst_mava_32f(&factor[0][0][0], f0, s1, s2, &momentum[0][0], s1, s2, &omega[0][0], s1,
+                                             s2, 3, count),
+              "orlmCholeskyBackSubst_mava_32f"))
+        return 1;
+    printf("angular velocity of body 2: %7.4f %7.4f %7.4f\n", omega[2][0], omega[2][1], omega[2][2]);
+
+    /* A rod along z: inertia diag(2, 2, 0). */
+    const float rod[3][3] = {{2.0f, 0.0f, 0.0f}, {0.0f, 2.0f, 0.0f}, {0.0f, 0.0f, 0.0f}};
+    float rod_factor[3][3];
+    orlStatus st = orlmCholeskyDecomp_m_32f(&rod[0][0], s1, s2, &rod_factor[0][0], s1, s2, 3);
+    if (st == orlStatusNotPosDefinite)
+        printf("thin rod: inertia not positive definite (status %d), no angular velocity solved\n", (int)st);
+    else if (check(st, "orlmCholeskyDecomp_m_32f"))
+        return 1;
     return 0;
 }
 
@@ -94,6 +132,7 @@ int main(void)
               "orlmSub_mam_32f_P"))
         return 1;
     print_inertia("after Sub_mam_P (all bodies):", &bodies[2]);
+    if (solve_angular_velocities(bodies, BODIES)) return 1;
 
     /* A large batch: 200000 transforms plus a shared drift, far above the
      * limit at which the work is spread over the threads. */

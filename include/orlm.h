@@ -1793,6 +1793,332 @@ ORLM_API orlStatus orlmLUBackSubst_mava_64f_L(
     double* const* dst, int dstOffset, int dstStride2,
     int widthHeight, int count);
 
+/* ---- Cholesky decomposition A = L L^T, the diagonal stored as 1 / L[i][i] ---- */
+
+ORLM_API orlStatus orlmCholeskyDecomp_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* dst, int dstStride1, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmCholeskyDecomp_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmCholeskyDecomp_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* dst, int dstStride1, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmCholeskyDecomp_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmCholeskyDecomp_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyDecomp_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyDecomp_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyDecomp_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyDecomp_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyDecomp_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+/* ---- Cholesky back-substitution: solve A x = b from the factor ---- */
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mv_32f(
+    const float* src, int srcStride1, int srcStride2,
+    const float* rhs, int rhsStride2,
+    float* dst, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mv_32f_P(
+    const float* const* src, int srcOffset,
+    const float* const* rhs, int rhsOffset,
+    float* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mv_64f(
+    const double* src, int srcStride1, int srcStride2,
+    const double* rhs, int rhsStride2,
+    double* dst, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mv_64f_P(
+    const double* const* src, int srcOffset,
+    const double* const* rhs, int rhsOffset,
+    double* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mva_32f(
+    const float* src, int srcStride1, int srcStride2,
+    const float* rhs, int rhsStride0, int rhsStride2,
+    float* dst, int dstStride0, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mva_32f_P(
+    const float* const* src, int srcOffset,
+    const float* const* rhs, int rhsOffset, int rhsStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mva_32f_L(
+    const float* src, int srcStride1, int srcStride2,
+    const float* const* rhs, int rhsOffset, int rhsStride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mva_64f(
+    const double* src, int srcStride1, int srcStride2,
+    const double* rhs, int rhsStride0, int rhsStride2,
+    double* dst, int dstStride0, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mva_64f_P(
+    const double* const* src, int srcOffset,
+    const double* const* rhs, int rhsOffset, int rhsStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mva_64f_L(
+    const double* src, int srcStride1, int srcStride2,
+    const double* const* rhs, int rhsOffset, int rhsStride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mava_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    const float* rhs, int rhsStride0, int rhsStride2,
+    float* dst, int dstStride0, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mava_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    const float* const* rhs, int rhsOffset, int rhsStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mava_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    const float* const* rhs, int rhsOffset, int rhsStride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mava_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    const double* rhs, int rhsStride0, int rhsStride2,
+    double* dst, int dstStride0, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mava_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    const double* const* rhs, int rhsOffset, int rhsStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmCholeskyBackSubst_mava_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    const double* const* rhs, int rhsOffset, int rhsStride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int widthHeight, int count);
+
+/* ---- QR decomposition by Householder reflectors, height >= width ---- */
+
+ORLM_API orlStatus orlmQRDecomp_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmQRDecomp_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* buffer,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmQRDecomp_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmQRDecomp_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* buffer,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmQRDecomp_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRDecomp_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* buffer,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRDecomp_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* buffer,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRDecomp_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRDecomp_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* buffer,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRDecomp_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* buffer,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+/* ---- QR back-substitution: solve A x = b (least squares) through the stored reflectors ---- */
+
+ORLM_API orlStatus orlmQRBackSubst_mv_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* buffer,
+    const float* rhs, int rhsStride2,
+    float* dst, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmQRBackSubst_mv_32f_P(
+    const float* const* src, int srcOffset,
+    float* buffer,
+    const float* const* rhs, int rhsOffset,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmQRBackSubst_mv_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* buffer,
+    const double* rhs, int rhsStride2,
+    double* dst, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmQRBackSubst_mv_64f_P(
+    const double* const* src, int srcOffset,
+    double* buffer,
+    const double* const* rhs, int rhsOffset,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmQRBackSubst_mva_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* buffer,
+    const float* rhs, int rhsStride0, int rhsStride2,
+    float* dst, int dstStride0, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mva_32f_P(
+    const float* const* src, int srcOffset,
+    float* buffer,
+    const float* const* rhs, int rhsOffset, int rhsStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mva_32f_L(
+    const float* src, int srcStride1, int srcStride2,
+    float* buffer,
+    const float* const* rhs, int rhsOffset, int rhsStride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mva_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* buffer,
+    const double* rhs, int rhsStride0, int rhsStride2,
+    double* dst, int dstStride0, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mva_64f_P(
+    const double* const* src, int srcOffset,
+    double* buffer,
+    const double* const* rhs, int rhsOffset, int rhsStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mva_64f_L(
+    const double* src, int srcStride1, int srcStride2,
+    double* buffer,
+    const double* const* rhs, int rhsOffset, int rhsStride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mava_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* buffer,
+    const float* rhs, int rhsStride0, int rhsStride2,
+    float* dst, int dstStride0, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mava_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* buffer,
+    const float* const* rhs, int rhsOffset, int rhsStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mava_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* buffer,
+    const float* const* rhs, int rhsOffset, int rhsStride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mava_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* buffer,
+    const double* rhs, int rhsStride0, int rhsStride2,
+    double* dst, int dstStride0, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mava_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* buffer,
+    const double* const* rhs, int rhsOffset, int rhsStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmQRBackSubst_mava_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* buffer,
+    const double* const* rhs, int rhsOffset, int rhsStride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int width, int height, int count);
+
 /* ---- Dot and cross product: dst = src1 . src2, dst = src1 x src2 ---- */
 
 ORLM_API orlStatus orlmDotProduct_vv_32f(

@@ -94,6 +94,24 @@ inline orlStatus expectedStatus(std::string_view order, std::string_view failing
     return orlStatusOk;
 }
 
+// ---- processor estimates --------------------------------------------------
+
+// Reciprocal square root: the processor's estimate (its bits depend on the
+// processor maker, so the reference takes it from the same instruction), then
+// one Newton step y0 * (t * y0 * y0 - 3) * (-0.5) in single precision.
+inline float rsqrtEstimateNewton(float t)
+{
+    const float y0 = _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(t)));
+    return y0 * (t * y0 * y0 - 3.0f) * (-0.5f);
+}
+
+// 1 / sqrt(t) formed in the extended format and rounded once.
+template <class E>
+E rsqrtExt(E t)
+{
+    return E(Ext(1) / __builtin_sqrtl(Ext(t)));
+}
+
 // ---- bits -----------------------------------------------------------------
 
 template <class E>

@@ -152,6 +152,20 @@ inline bool unitOf(const O& o)
         return true;
 }
 
+// The route of the families whose drivers give each thread scratch of its
+// own in place of the caller's buffer: `kernel(count, scratch, args...)`,
+// with `scratch` null where the caller's buffer is to be used (the serial
+// route, the driver's serial fallback).
+template <class Kernel, class... Args>
+orlStatus routeScratch(std::int32_t cost, const Limits& lim, Lay lay, int count, std::size_t scratchPerThread,
+                       Kernel&& kernel, const Args&... args)
+{
+    const bool unit = (unitOf(args) && ...);
+    if (!parallelRoute(cost, lim, lay, unit)) return kernel(count, static_cast<void*>(nullptr), args...);
+    return drive(count, scratchPerThread,
+                 [&](int first, int items, void* scratch) { return kernel(items, scratch, args.from(first)...); });
+}
+
 // The common shape of an array entry's route: `kernel(count, args...)` on all
 // items when the cost stays under the limit, else the driver with each
 // thread's arguments advanced to its slice. `args` are operands and per-item
@@ -159,9 +173,8 @@ inline bool unitOf(const O& o)
 template <class Kernel, class... Args>
 orlStatus route(std::int32_t cost, const Limits& lim, Lay lay, int count, Kernel&& kernel, const Args&... args)
 {
-    const bool unit = (unitOf(args) && ...);
-    if (!parallelRoute(cost, lim, lay, unit)) return kernel(count, args...);
-    return drive(count, 0, [&](int first, int items, void*) { return kernel(items, args.from(first)...); });
+    return routeScratch(cost, lim, lay, count, 0,
+                        [&](int items, void*, const auto&... o) { return kernel(items, o...); }, args...);
 }
 
 }  // namespace orl
