@@ -29,14 +29,6 @@ def built(name):
     raise KeyError(name)
 
 
-class CopyOpd(Opd):
-    """An operand whose group follows a layout of its own (Copy's pairs)."""
-
-    def __init__(self, kind, name, layout, result=False):
-        super().__init__(kind, name, result)
-        self.layout = layout
-
-
 def member(stem, shape, t, lay, items, suffix=""):
     return Member("sample", stem, shape, t, lay, items, suffix)
 
@@ -78,15 +70,21 @@ SAMPLES = [
     (member("LComb", "vav", "64f", "L", [Opd("va", "src1"), Opd("c", "value1"), Opd("v", "src2"), Opd("c", "value2"), Opd("va", "dst", True)] + LENGTH + COUNT),
      "src1, src1Offset, src1Stride2, value1, src2, src2Stride2, value2, dst, dstOffset, dstStride2, length, count"),
     # Copy: a layout for each operand
-    (member("Copy", "ma", "32f", "", [CopyOpd("ma", "src", ""), CopyOpd("ma", "dst", "P", True)] + SIZES + COUNT, "SP"),
-     "src, srcStride0, srcStride1, srcStride2, dst, dstOffset, dstStride0, width, height, count"),
-    (member("Copy", "ma", "32f", "", [CopyOpd("ma", "src", "L"), CopyOpd("ma", "dst", "L", True)] + SIZES + COUNT, "LL"),
-     "src, srcOffset, srcStride1, srcStride2, dst, dstOffset, dstStride1, dstStride2, width, height, count"),
-    (member("Copy", "va", "32f", "", [CopyOpd("va", "src", "P"), CopyOpd("va", "dst", "", True)] + LENGTH + COUNT, "PS"),
-     "src, srcOffset, srcStride0, dst, dstStride0, dstStride2, length, count"),
+    (built("orlmCopy_ma_32f_SS"), "src, srcStride0, srcStride1, srcStride2, dst, dstStride0, dstStride1, dstStride2, width, height, count"),
+    (built("orlmCopy_ma_32f_SP"), "src, srcStride0, srcStride1, srcStride2, dst, dstOffset, dstStride0, width, height, count"),
+    (built("orlmCopy_ma_32f_LL"), "src, srcOffset, srcStride1, srcStride2, dst, dstOffset, dstStride1, dstStride2, width, height, count"),
+    (built("orlmCopy_ma_32f_PP"), "src, srcOffset, srcStride0, dst, dstOffset, dstStride0, width, height, count"),
+    (built("orlmCopy_va_32f_PS"), "src, srcOffset, srcStride0, dst, dstStride0, dstStride2, length, count"),
+    # Extract: the result is one plain pointer; LoadIdentity: the result alone
+    (built("orlmExtract_t_32f"), "src, srcStride1, srcStride2, dst, width, height"),
+    (built("orlmExtract_ta_32f_P"), "src, srcOffset, srcStride0, dst, width, height, count"),
+    (built("orlmExtract_va_32f_L"), "src, srcOffset, srcStride2, dst, length, count"),
+    (built("orlmLoadIdentity_ma_32f_P"), "dst, dstOffset, dstStride0, width, height, count"),
     # Transpose: sizes between the source and the result
-    (member("Transpose", "ma", "32f", "L", [Opd("ma", "src")] + SIZES + [Opd("ma", "dst", True)] + COUNT),
-     "src, srcOffset, srcStride1, srcStride2, width, height, dst, dstOffset, dstStride1, dstStride2, count"),
+    (built("orlmTranspose_m_32f"), "src, srcStride1, srcStride2, width, height, dst, dstStride1, dstStride2"),
+    (built("orlmTranspose_m_32f_P"), "src, srcOffset, width, height, dst, dstOffset"),
+    (built("orlmTranspose_ma_32f_P"), "src, srcOffset, srcStride0, width, height, dst, dstOffset, dstStride0, count"),
+    (built("orlmTranspose_ma_32f_L"), "src, srcOffset, srcStride1, srcStride2, width, height, dst, dstOffset, dstStride1, dstStride2, count"),
     # solvers: buffers, scalar results and several results with strides of their own
     (member("Det", "ma", "64f", "", [Opd("ma", "src"), Arg("int", "widthHeight"), Arg("{T}*", "buffer"), Arg("{T}*", "dst")] + COUNT),
      "src, srcStride0, srcStride1, srcStride2, widthHeight, buffer, dst, count"),

@@ -1943,6 +1943,364 @@ ORLM_API orlStatus orlmCholeskyBackSubst_mava_64f_L(
     double* const* dst, int dstOffset, int dstStride2,
     int widthHeight, int count);
 
+/* ---- Copy between layouts: dst = src, element by element; LoadIdentity: dst = I ---- */
+
+ORLM_API orlStatus orlmCopy_ma_32f_SS(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_32f_SP(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_32f_SL(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_32f_PS(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_32f_PP(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_32f_PL(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_32f_LS(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_32f_LP(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_32f_LL(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_SS(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_SP(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_SL(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_PS(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_PP(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_PL(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_LS(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_LP(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_ma_64f_LL(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_SS(
+    const float* src, int srcStride0, int srcStride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_SP(
+    const float* src, int srcStride0, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_SL(
+    const float* src, int srcStride0, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_PS(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_PP(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_PL(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_LS(
+    const float* const* src, int srcOffset, int srcStride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_LP(
+    const float* const* src, int srcOffset, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_32f_LL(
+    const float* const* src, int srcOffset, int srcStride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_SS(
+    const double* src, int srcStride0, int srcStride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_SP(
+    const double* src, int srcStride0, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_SL(
+    const double* src, int srcStride0, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_PS(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_PP(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_PL(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_LS(
+    const double* const* src, int srcOffset, int srcStride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_LP(
+    const double* const* src, int srcOffset, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmCopy_va_64f_LL(
+    const double* const* src, int srcOffset, int srcStride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLoadIdentity_ma_32f(
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmLoadIdentity_ma_32f_P(
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmLoadIdentity_ma_32f_L(
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmLoadIdentity_ma_64f(
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmLoadIdentity_ma_64f_P(
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmLoadIdentity_ma_64f_L(
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+/* ---- Extract: the logical elements of an operand packed into dst ---- */
+
+ORLM_API orlStatus orlmExtract_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* dst,
+    int width, int height);
+
+ORLM_API orlStatus orlmExtract_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* dst,
+    int width, int height);
+
+ORLM_API orlStatus orlmExtract_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* dst,
+    int width, int height);
+
+ORLM_API orlStatus orlmExtract_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* dst,
+    int width, int height);
+
+ORLM_API orlStatus orlmExtract_t_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* dst,
+    int width, int height);
+
+ORLM_API orlStatus orlmExtract_t_32f_P(
+    const float* const* src, int srcOffset,
+    float* dst,
+    int width, int height);
+
+ORLM_API orlStatus orlmExtract_t_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* dst,
+    int width, int height);
+
+ORLM_API orlStatus orlmExtract_t_64f_P(
+    const double* const* src, int srcOffset,
+    double* dst,
+    int width, int height);
+
+ORLM_API orlStatus orlmExtract_v_32f(
+    const float* src, int srcStride2,
+    float* dst,
+    int length);
+
+ORLM_API orlStatus orlmExtract_v_32f_P(
+    const float* const* src, int srcOffset,
+    float* dst,
+    int length);
+
+ORLM_API orlStatus orlmExtract_v_64f(
+    const double* src, int srcStride2,
+    double* dst,
+    int length);
+
+ORLM_API orlStatus orlmExtract_v_64f_P(
+    const double* const* src, int srcOffset,
+    double* dst,
+    int length);
+
+ORLM_API orlStatus orlmExtract_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ta_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ta_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ta_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ta_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ta_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_ta_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* dst,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmExtract_va_32f(
+    const float* src, int srcStride0, int srcStride2,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmExtract_va_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmExtract_va_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    float* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmExtract_va_64f(
+    const double* src, int srcStride0, int srcStride2,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmExtract_va_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* dst,
+    int length, int count);
+
+ORLM_API orlStatus orlmExtract_va_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    double* dst,
+    int length, int count);
+
 /* ---- QR decomposition by Householder reflectors, height >= width ---- */
 
 ORLM_API orlStatus orlmQRDecomp_m_32f(
@@ -2515,6 +2873,64 @@ ORLM_API orlStatus orlmAffineTransform3DH_mva_32f(
     const float* src1, int src1Stride1, int src1Stride2,
     const float* src2, int src2Stride0, int src2Stride2,
     float* dst, int dstStride0, int dstStride2,
+    int count);
+
+/* ---- Transpose: dst = transpose(src) ---- */
+
+ORLM_API orlStatus orlmTranspose_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    int width, int height,
+    float* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmTranspose_m_32f_P(
+    const float* const* src, int srcOffset,
+    int width, int height,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmTranspose_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    int width, int height,
+    double* dst, int dstStride1, int dstStride2);
+
+ORLM_API orlStatus orlmTranspose_m_64f_P(
+    const double* const* src, int srcOffset,
+    int width, int height,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmTranspose_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    int width, int height,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmTranspose_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    int width, int height,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmTranspose_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int width, int height,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmTranspose_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    int width, int height,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmTranspose_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    int width, int height,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmTranspose_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int width, int height,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
     int count);
 
 

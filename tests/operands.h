@@ -210,6 +210,18 @@ struct Consts {
     }
 };
 
+// Address of logical element (i, j) of item k, a vector being one row.
+template <class E, K kind, L lay, bool result>
+E* elem(Mat<E, kind, lay, result>& m, int k, int i, int j)
+{
+    return &m(k, i, j);
+}
+template <class E, bool array, L lay, bool result>
+E* elem(Vec<E, array, lay, result>& v, int k, int, int j)
+{
+    return &v(k, j);
+}
+
 // Sets the core library's thread count for one scope.
 struct Threads {
     int saved = threads_omp_of_n_orl;

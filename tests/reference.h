@@ -120,6 +120,40 @@ bool sameBits(E a, E b)
     return std::memcmp(&a, &b, sizeof(E)) == 0;
 }
 
+
+// ---- data movement --------------------------------------------------------
+
+// Orders that test stride0 apart from the other strides name it S; its
+// status is that of the strides.
+inline orlStatus expectedStatusWithS(std::string_view order, std::string_view failing)
+{
+    for (char cls : order)
+        if (failing.find(cls) != std::string_view::npos) return cls == 'S' ? orlStatusStride : statusOfClass(cls);
+    return orlStatusOk;
+}
+
+// Copying one element at a time in ascending item, row and column order, as
+// bits: what a copy between overlapping places must give. `src(k, i, j)` and
+// `dst(k, i, j)` give the elements' addresses.
+template <class E, class S, class D>
+void forwardCopy(int count, int rows, int cols, S src, D dst)
+{
+    for (int k = 0; k < count; ++k)
+        for (int i = 0; i < rows; ++i)
+            for (int j = 0; j < cols; ++j) std::memmove(dst(k, i, j), src(k, i, j), sizeof(E));
+}
+
+// A bit pattern for element number x: mostly random, every fifth one a
+// signalling NaN, which must arrive unchanged where elements are moved as bits.
+template <class E>
+void patternBits(E* at, unsigned x)
+{
+    unsigned long long v = (x + 1) * 0x9E3779B97F4A7C15ull;
+    v ^= v >> 29;
+    if (x % 5 == 3) v = sizeof(E) == 4 ? 0x7f800001ull : 0x7ff0000000000001ull;
+    std::memcpy(at, &v, sizeof(E));  // little-endian: the low bytes
+}
+
 }  // namespace ref
 
 // ---- sums in a stated order: dot products, norms, trace ---------------------

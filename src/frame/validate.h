@@ -8,6 +8,9 @@
 //   R  the family's relation between sizes holds      -> orlStatusSizeMismatch
 //   T  every stride is a positive multiple of E       -> orlStatusStride
 //   O  every offset is a non-negative multiple of E   -> orlStatusOffset
+//   S  stride0 of the array operands, where a family tests it apart from
+//      the other strides (after the offsets, or only when count > 1)
+//                                                     -> orlStatusStride
 // A member's order is a string such as "NCZTO"; the first failing class wins.
 // The tests only read the arguments, so evaluating them in any order and
 // reporting the first failure in the member's order is the same thing.
@@ -50,6 +53,22 @@ inline bool stridesOk(const Opd<T, K, L>& o)
     return (!g.s0 || strideOk<E>(o.s0)) && (!g.s1 || strideOk<E>(o.s1)) && (!g.s2 || strideOk<E>(o.s2));
 }
 
+// The same tests split: stride1 and stride2 of a group, and its stride0,
+// for families that test stride0 at another place of their order.
+template <class T, Kind K, Lay L>
+inline bool innerStridesOk(const Opd<T, K, L>& o)
+{
+    using E = typename Opd<T, K, L>::Elem;
+    constexpr Group g = Opd<T, K, L>::group;
+    return (!g.s1 || strideOk<E>(o.s1)) && (!g.s2 || strideOk<E>(o.s2));
+}
+
+template <class T, Kind K, Lay L>
+inline bool stride0Ok(const Opd<T, K, L>& o)
+{
+    return !Opd<T, K, L>::group.s0 || strideOk<typename Opd<T, K, L>::Elem>(o.s0);
+}
+
 template <class T, Kind K, Lay L>
 inline bool offsetsOk(const Opd<T, K, L>& o)
 {
@@ -60,6 +79,7 @@ inline bool offsetsOk(const Opd<T, K, L>& o)
 // The outcome of each class for one call; `order` decides which failure counts.
 struct Checks {
     bool N = true, C = true, Z = true, R = true, T = true, O = true;
+    bool S = true;  // only read by orders that name it
 };
 
 constexpr orlStatus statusOf(char cls)
@@ -71,6 +91,7 @@ constexpr orlStatus statusOf(char cls)
     case 'R': return orlStatusSizeMismatch;
     case 'T': return orlStatusStride;
     case 'O': return orlStatusOffset;
+    case 'S': return orlStatusStride;
     }
     return orlStatusOk;
 }
@@ -78,7 +99,7 @@ constexpr orlStatus statusOf(char cls)
 inline orlStatus firstFailure(std::string_view order, const Checks& c)
 {
     for (char cls : order) {
-        const bool ok = cls == 'N' ? c.N : cls == 'C' ? c.C : cls == 'Z' ? c.Z : cls == 'R' ? c.R : cls == 'T' ? c.T : c.O;
+        const bool ok = cls == 'N' ? c.N : cls == 'C' ? c.C : cls == 'Z' ? c.Z : cls == 'R' ? c.R : cls == 'T' ? c.T : cls == 'O' ? c.O : c.S;
         if (!ok) return statusOf(cls);
     }
     return orlStatusOk;

@@ -1,0 +1,196 @@
+// Transpose: every member's values as bits, the check orders, and the band
+// and cache decisions of the 32f unit-stride kernels. This program stands in
+// for the core library's cache-size query (the executable's definition comes
+// first in the dynamic lookup), answers what a case asks, and counts the
+// calls, which tells which decisions a call took.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "omp_probe.h"
+#include "operands.h"
+#include "reference.h"
+
+namespace cache {
+int calls = 0;
+std::int32_t answer = 0;
+}  // namespace cache
+
+extern "C" std::int32_t orlGetMaxCacheSizeB(std::int32_t* sizeB)
+{
+    ++cache::calls;
+    *sizeB = cache::answer;
+    return 0;
+}
+
+using t::K;
+using t::L;
+using t::Strides;
+
+namespace {
+
+struct Member {
+    std::string name;
+    std::function<void(int w, int h, int count, Strides st)> check;
+};
+
+std::vector<Member>& members()
+{
+    static std::vector<Member> list;
+    return list;
+}
+
+template <class E, bool array, L lay, class Fn>
+void checkTranspose(Fn fn, int w, int h, int count, Strides st)
+{
+    constexpr K kind = array ? K::ma : K::m;
+    t::Mat<E, kind, lay> s(w, h, count, st, 6);
+    t::Mat<E, kind, lay, true> d(h, w, count, st, 7, 3);  // width rows of height elements
+    for (int k = 0, x = 0; k < s.count; ++k)
+        for (int i = 0; i < h; ++i)
+            for (int j = 0; j < w; ++j) ref::patternBits(&s(k, i, j), x++);
+    orlStatus r;
+    if constexpr (array) r = t::call(fn, std::tuple_cat(s.args(), std::make_tuple(w, h), d.args()), count);
+    else r = t::call(fn, std::tuple_cat(s.args(), std::make_tuple(w, h), d.args()));
+    ASSERT_EQ(r, orlStatusOk);
+    for (int k = 0; k < s.count; ++k)
+        for (int i = 0; i < h; ++i)
+            for (int j = 0; j < w; ++j) ASSERT_EQ(std::memcmp(&d(k, j, i), &s(k, i, j), sizeof(E)), 0) << k << " " << i << " " << j;
+}
+
+template <class E, bool array, L lay, class Fn>
+void add(std::string name, Fn fn)
+{
+    members().push_back({name, [fn](int w, int h, int n, Strides st) { checkTranspose<E, array, lay>(fn, w, h, n, st); }});
+}
+
+#define ORL_TR(sh, array, suffix, lay)                                                              \
+    add<float, array, lay>("orlmTranspose_" #sh "_32f" #suffix, orlmTranspose_##sh##_32f##suffix);  \
+    add<double, array, lay>("orlmTranspose_" #sh "_64f" #suffix, orlmTranspose_##sh##_64f##suffix);
+
+const bool registered = [] {
+    ORL_TR(m, false, , L::Std) ORL_TR(m, false, _P, L::P)
+    ORL_TR(ma, true, , L::Std) ORL_TR(ma, true, _P, L::P) ORL_TR(ma, true, _L, L::L)
+    return true;
+}();
+
+TEST(TransposeValues, EveryMemberSizeStrideAndCountAsBits)
+{
+    ASSERT_TRUE(registered);
+    EXPECT_EQ(members().size(), 10u);
+    const int sizes[][2] = {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {1, 1}, {2, 3}, {7, 5}, {9, 9}};
+    cache::answer = 0;
+    for (const Member& m : members())
+        for (auto [w, h] : sizes)
+            for (Strides st : {Strides::Unit, Strides::Wide})
+                for (int count : {1, 3}) {
+                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " + std::to_string(count));
+                    m.check(w, h, count, st);
+                    if (HasFatalFailure()) return;
+                }
+}
+
+// ---- band and cache decisions of the 32f unit-stride kernels ---------------
+
+struct Decision {
+    const char* what;
+    char member;  // 'm' Transpose_m_32f, 'a' Transpose_ma_32f, 'L' Transpose_ma_32f_L
+    int w, h, count;
+    std::int32_t answer;
+    int calls;  // cache-size queries the call makes
+    int pad;    // floats after each row; odd pads take the unaligned stores
+};
+
+// Runs one case on rows padded by `pad` floats and checks the whole result
+// buffer: the transposed elements, and the padding left as it was.
+void runDecision(const Decision& c)
+{
+    const int ss = c.w + c.pad, ds = c.h + c.pad;  // row lengths in floats
+    const size_t sItem = size_t(ss) * c.h, dItem = size_t(ds) * c.w;
+    std::vector<float> src(sItem * c.count), dst(dItem * c.count + 4);
+    for (size_t x = 0; x < src.size(); ++x) ref::patternBits(&src[x], unsigned(x));
+    std::memset(dst.data(), 0xA5, dst.size() * 4);
+    std::vector<float> expect = dst;
+    for (int k = 0; k < c.count; ++k)
+        for (int i = 0; i < c.h; ++i)
+            for (int j = 0; j < c.w; ++j)
+                std::memcpy(&expect[k * dItem + size_t(j) * ds + i], &src[k * sItem + size_t(i) * ss + j], 4);
+    cache::answer = c.answer;
+    cache::calls = 0;
+    orlStatus r;
+    if (c.member == 'm') {
+        r = orlmTranspose_m_32f(src.data(), ss * 4, 4, c.w, c.h, dst.data(), ds * 4, 4);
+    } else if (c.member == 'a') {
+        r = orlmTranspose_ma_32f(src.data(), int(sItem * 4), ss * 4, 4, c.w, c.h, dst.data(), int(dItem * 4), ds * 4, 4, c.count);
+    } else {
+        std::vector<const float*> ls;
+        std::vector<float*> ld;
+        for (int k = 0; k < c.count; ++k) ls.push_back(&src[k * sItem]), ld.push_back(&dst[k * dItem]);
+        r = orlmTranspose_ma_32f_L(ls.data(), 0, ss * 4, 4, c.w, c.h, ld.data(), 0, ds * 4, 4, c.count);
+    }
+    ASSERT_EQ(r, orlStatusOk) << c.what;
+    EXPECT_EQ(cache::calls, c.calls) << c.what;
+    EXPECT_EQ(std::memcmp(dst.data(), expect.data(), dst.size() * 4), 0) << c.what;
+}
+
+TEST(TransposeBands, CacheQueriesAndPathsOnBothSidesOfTheLimits)
+{
+    const std::int32_t big = 1 << 30, k256 = 256 * 1024;
+    const Decision cases[] = {
+        {"smaller side 128: ordinary, no query", 'm', 128, 300, 1, big, 0, 0},
+        {"smaller side 128 (height)", 'm', 300, 128, 1, big, 0, 1},
+        {"129x129, cache unknown: ordinary", 'm', 129, 129, 1, 0, 1, 0},
+        {"129x129 above a small cache: one streamed band", 'm', 129, 129, 1, 4096, 1, 0},
+        {"200x200 above 256 KiB: one streamed band of 200 rows", 'm', 200, 200, 1, k256, 1, 0},
+        {"256x256 above 256 KiB: four streamed bands", 'm', 256, 256, 1, k256, 1, 0},
+        {"256 wide, 130 high streamed: bands of 64, 64, 2", 'm', 256, 130, 1, 4096, 1, 3},
+        {"131x261 in cache: bands of 64 and 5, unaligned", 'm', 131, 261, 1, big, 1, 1},
+        {"array 7x7 x334: 130928 bytes, no query", 'a', 7, 7, 334, 163840, 0, 0},
+        {"array 7x7 x335: 131320 bytes above 3/4 of 160 KiB, streamed", 'a', 7, 7, 335, 163840, 1, 0},
+        {"array 7x7 x335, cache unknown", 'a', 7, 7, 335, 0, 1, 0},
+        {"array 7x7 x335 within 3/4 of the cache", 'a', 7, 7, 335, big, 1, 0},
+        {"list 7x7 x335 streamed", 'L', 7, 7, 335, 163840, 1, 1},
+        {"array 130x130 x2, cache unknown: each item asks", 'a', 130, 130, 2, 0, 3, 0},
+        {"array 130x130 x2 streamed: the items do not ask", 'a', 130, 130, 2, 300000, 1, 0},
+        {"array 130x130 x2 within 3/4: each item asks, fits", 'a', 130, 130, 2, 400000, 3, 2},
+        {"list 130x130 x2 above a small cache", 'L', 130, 130, 2, 1000, 1, 0},
+        {"array of 4x4 straight-line forms never asks", 'a', 4, 4, 3000, 4096, 0, 0},
+        {"array of 3x5, over 131072 bytes", 'a', 3, 5, 2000, 4096, 1, 0},
+    };
+    for (const Decision& c : cases) runDecision(c);
+}
+
+// ---- argument checks -------------------------------------------------------
+
+TEST(TransposeChecks, GeneralOrder)
+{
+    float f[64] = {}, out[64];
+    std::fill(out, out + 64, -1.f);
+    const float* tf[16];
+    float* to[16];
+    for (int i = 0; i < 16; ++i) tf[i] = f + i, to[i] = out + i;
+    struct Case {
+        const char* what;
+        const char* order;
+        const char* failing;
+        std::function<orlStatus()> call;
+    };
+    const Case cases[] = {
+        {"m: NULL before size", "NZT", "NZ", [&] { return orlmTranspose_m_32f(nullptr, 16, 4, 0, 4, out, 16, 4); }},
+        {"m: size before stride", "NZT", "ZT", [&] { return orlmTranspose_m_32f(f, 16, 6, 4, 0, out, 16, 4); }},
+        {"m _P: size before offset", "NZO", "ZO", [&] { return orlmTranspose_m_32f_P(tf, 2, 0, 2, to, 0); }},
+        {"ma: count before size", "NCZT", "CZ", [&] { return orlmTranspose_ma_32f(f, 64, 16, 4, 0, 4, out, 64, 16, 4, 0); }},
+        {"ma: stride0 0 refused with count 1", "NCZT", "T", [&] { return orlmTranspose_ma_64f(reinterpret_cast<const double*>(f), 0, 32, 8, 2, 2, reinterpret_cast<double*>(out), 64, 32, 8, 1); }},
+        {"ma _P: stride0 before offset", "NCZTO", "TO", [&] { return orlmTranspose_ma_32f_P(tf, 2, 6, 2, 2, to, 0, 64, 2); }},
+        {"ma _L: stride2 before offset", "NCZTO", "TO", [&] { return orlmTranspose_ma_32f_L(tf, -4, 16, 6, 2, 2, to, 0, 16, 4, 2); }},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(c.call(), ref::expectedStatus(c.order, c.failing)) << c.what;
+        EXPECT_TRUE(std::all_of(out, out + 64, [](float x) { return x == -1.f; })) << c.what;
+    }
+}
+
+}  // namespace
