@@ -2301,6 +2301,508 @@ ORLM_API orlStatus orlmExtract_va_64f_L(
     double* dst,
     int length, int count);
 
+/* ---- Matrix times vector: dst = op(src1) * src2; Gaxpy: dst = src1 * src2 + src3 ---- */
+
+ORLM_API orlStatus orlmMul_mv_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride2,
+    int src2Length,
+    float* dst, int dstStride2);
+
+ORLM_API orlStatus orlmMul_mv_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Length,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_mv_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride2,
+    int src2Length,
+    double* dst, int dstStride2);
+
+ORLM_API orlStatus orlmMul_mv_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Length,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_tv_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride2,
+    int src2Length,
+    float* dst, int dstStride2);
+
+ORLM_API orlStatus orlmMul_tv_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Length,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_tv_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride2,
+    int src2Length,
+    double* dst, int dstStride2);
+
+ORLM_API orlStatus orlmMul_tv_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Length,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmMul_mva_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mva_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mva_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mva_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mva_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mva_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tva_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tva_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tva_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tva_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tva_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tva_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mav_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride2,
+    int src2Length,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mav_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mav_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride2,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mav_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride2,
+    int src2Length,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mav_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mav_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride2,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tav_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride2,
+    int src2Length,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tav_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tav_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride2,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tav_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride2,
+    int src2Length,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tav_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tav_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride2,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mava_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mava_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mava_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mava_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_mava_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_mava_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tava_32f(
+    const float* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tava_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tava_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tava_64f(
+    const double* src1, int src1Stride0, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmMul_tava_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmMul_tava_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mv_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride2,
+    int src2Length,
+    const float* src3, int src3Stride2,
+    int src3Length,
+    float* dst, int dstStride2);
+
+ORLM_API orlStatus orlmGaxpy_mv_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset,
+    int src2Length,
+    const float* const* src3, int src3Offset,
+    int src3Length,
+    float* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmGaxpy_mv_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride2,
+    int src2Length,
+    const double* src3, int src3Stride2,
+    int src3Length,
+    double* dst, int dstStride2);
+
+ORLM_API orlStatus orlmGaxpy_mv_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset,
+    int src2Length,
+    const double* const* src3, int src3Offset,
+    int src3Length,
+    double* const* dst, int dstOffset);
+
+ORLM_API orlStatus orlmGaxpy_mva_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    const float* src3, int src3Stride0, int src3Stride2,
+    int src3Length,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mva_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    const float* const* src3, int src3Offset, int src3Stride0,
+    int src3Length,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mva_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    const float* const* src3, int src3Offset, int src3Stride2,
+    int src3Length,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mva_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    const double* src3, int src3Stride0, int src3Stride2,
+    int src3Length,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mva_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    const double* const* src3, int src3Offset, int src3Stride0,
+    int src3Length,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mva_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    const double* const* src3, int src3Offset, int src3Stride2,
+    int src3Length,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mvav_32f(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    const float* src3, int src3Stride2,
+    int src3Length,
+    float* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mvav_32f_P(
+    const float* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    const float* const* src3, int src3Offset,
+    int src3Length,
+    float* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mvav_32f_L(
+    const float* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    const float* src3, int src3Stride2,
+    int src3Length,
+    float* const* dst, int dstOffset, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mvav_64f(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* src2, int src2Stride0, int src2Stride2,
+    int src2Length,
+    const double* src3, int src3Stride2,
+    int src3Length,
+    double* dst, int dstStride0, int dstStride2,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mvav_64f_P(
+    const double* const* src1, int src1Offset,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    int src2Length,
+    const double* const* src3, int src3Offset,
+    int src3Length,
+    double* const* dst, int dstOffset, int dstStride0,
+    int count);
+
+ORLM_API orlStatus orlmGaxpy_mvav_64f_L(
+    const double* src1, int src1Stride1, int src1Stride2,
+    int src1Width, int src1Height,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    int src2Length,
+    const double* src3, int src3Stride2,
+    int src3Length,
+    double* const* dst, int dstOffset, int dstStride2,
+    int count);
+
 /* ---- QR decomposition by Householder reflectors, height >= width ---- */
 
 ORLM_API orlStatus orlmQRDecomp_m_32f(
@@ -2874,6 +3376,260 @@ ORLM_API orlStatus orlmAffineTransform3DH_mva_32f(
     const float* src2, int src2Stride0, int src2Stride2,
     float* dst, int dstStride0, int dstStride2,
     int count);
+
+/* ---- Multiplication by a constant: dst = src * value ---- */
+
+ORLM_API orlStatus orlmMul_mc_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float value,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmMul_mc_32f_P(
+    const float* const* src, int srcOffset,
+    float value,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmMul_mc_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double value,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmMul_mc_64f_P(
+    const double* const* src, int srcOffset,
+    double value,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmMul_tc_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float value,
+    float* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmMul_tc_32f_P(
+    const float* const* src, int srcOffset,
+    float value,
+    float* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmMul_tc_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double value,
+    double* dst, int dstStride1, int dstStride2,
+    int width, int height);
+
+ORLM_API orlStatus orlmMul_tc_64f_P(
+    const double* const* src, int srcOffset,
+    double value,
+    double* const* dst, int dstOffset,
+    int width, int height);
+
+ORLM_API orlStatus orlmMul_mac_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float value,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_mac_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float value,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_mac_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float value,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_mac_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double value,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_mac_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double value,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_mac_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double value,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_tac_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float value,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_tac_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float value,
+    float* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_tac_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float value,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_tac_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double value,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_tac_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double value,
+    double* const* dst, int dstOffset, int dstStride0,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_tac_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double value,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int width, int height, int count);
+
+ORLM_API orlStatus orlmMul_vc_32f(
+    const float* src, int srcStride2,
+    float value,
+    float* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmMul_vc_32f_P(
+    const float* const* src, int srcOffset,
+    float value,
+    float* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmMul_vc_64f(
+    const double* src, int srcStride2,
+    double value,
+    double* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmMul_vc_64f_P(
+    const double* const* src, int srcOffset,
+    double value,
+    double* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmMul_vac_32f(
+    const float* src, int srcStride0, int srcStride2,
+    float value,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vac_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float value,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vac_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    float value,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vac_64f(
+    const double* src, int srcStride0, int srcStride2,
+    double value,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vac_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double value,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vac_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    double value,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vca_32f(
+    const float* src, int srcStride2,
+    const float* values, int valuesStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vca_32f_P(
+    const float* const* src, int srcOffset,
+    const float* values, int valuesStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vca_32f_L(
+    const float* src, int srcStride2,
+    const float* const* values, int valuesOffset,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vca_64f(
+    const double* src, int srcStride2,
+    const double* values, int valuesStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vca_64f_P(
+    const double* const* src, int srcOffset,
+    const double* values, int valuesStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vca_64f_L(
+    const double* src, int srcStride2,
+    const double* const* values, int valuesOffset,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vaca_32f(
+    const float* src, int srcStride0, int srcStride2,
+    const float* values, int valuesStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vaca_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    const float* values, int valuesStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vaca_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    const float* const* values, int valuesOffset,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vaca_64f(
+    const double* src, int srcStride0, int srcStride2,
+    const double* values, int valuesStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vaca_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    const double* values, int valuesStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmMul_vaca_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    const double* const* values, int valuesOffset,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
 
 /* ---- Transpose: dst = transpose(src) ---- */
 

@@ -20,10 +20,13 @@
 //
 // Running and ThroughDst touch the destination while they read the sources,
 // which is what a caller sees when a destination overlaps a source.
+//
+// The packed matrix-vector paths add their products in the order that the
+// lanes of their data arrangement give, not in ascending k: a sum tree per
+// size, written below as the sum it stands for and read at compile time.
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 #include <xmmintrin.h>
 
@@ -77,68 +80,135 @@ inline void productsInto(E& d, int K, const Fa& a, const Fb& b)
     }
 }
 
-// ---- sum trees ----------------------------------------------------------------
+// A sum of products followed by one addend, y = sum + b: the last step in the
+// kind's own arithmetic. Packed and Blocked add in element precision after
+// the sum is rounded; Extended adds in the 80-bit format and rounds once;
+// Running and ThroughDst add to what the destination holds, reading `b()`
+// only after the sum has gone through the destination.
+template <Num kind, class E, class Fa, class Fb, class Fc>
+inline void productsPlus(E& d, int K, const Fa& a, const Fb& b, const Fc& addend)
+{
+    if constexpr (kind == Num::Extended) {
+        Ext s = Ext(a(0)) * Ext(b(0));
+#pragma GCC unroll 8
+        for (int k = 1; k < K; ++k) s = s + Ext(a(k)) * Ext(b(k));
+        d = E(s + Ext(addend()));
+    } else if constexpr (kind == Num::ThroughDst) {
+        productsInto<kind, E>(d, K, a, b);
+        d = E(Ext(d) + Ext(addend()));
+    } else if constexpr (kind == Num::Running) {
+        productsInto<kind, E>(d, K, a, b);
+        d = d + addend();
+    } else {
+        d = sumOfProducts<kind, E>(K, a, b) + addend();
+    }
+}
 
-// The order in which a straight-line path adds its n terms, written as the
-// tables of the library write it ("(p0+p2)+(p1+p3)") and kept as a postfix
-// program: term indices, and kAdd for "add the two values on top".
-struct SumTree {
-    static constexpr signed char kAdd = -1;
-    signed char op[24]{};
-    int len = 0;
+// ---- sum trees ------------------------------------------------------------
 
-    constexpr SumTree(const char* text)
+// The order of the additions of one sum of products p0 .. p(n-1), written as
+// the sum itself, "(p0+p2)+(p1+p3)", and read into nodes at compile time. A
+// node is a leaf (product `leaf`) or the sum of two nodes, left plus right.
+struct Tree {
+    struct Node {
+        signed char leaf = -1, l = -1, r = -1;
+    };
+    Node node[16]{};
+    int n = 0, root = 0;
+
+    constexpr Tree(const char* s)
     {
-        const char* p = text;
-        parseSum(p);
+        int pos = 0;
+        root = sum(s, pos);
+    }
+    // Number of products: each of p0 .. p(n-1) must occur once.
+    constexpr int leaves() const
+    {
+        int c = 0;
+        for (int i = 0; i < n; ++i) c += node[i].leaf >= 0;
+        return c;
+    }
+    constexpr bool usesEachOnce() const
+    {
+        unsigned seen = 0;
+        for (int i = 0; i < n; ++i)
+            if (node[i].leaf >= 0) {
+                if ((seen >> node[i].leaf) & 1u) return false;
+                seen |= 1u << node[i].leaf;
+            }
+        return seen == (1u << leaves()) - 1;
     }
 
 private:
-    constexpr void parseTerm(const char*& p)
+    static constexpr void blanks(const char* s, int& pos)
     {
-        while (*p == ' ') ++p;
-        if (*p == '(') {
-            ++p;
-            parseSum(p);
-            while (*p == ' ') ++p;
-            ++p;  // ')'
-        } else {
-            ++p;  // 'p', 'q' or 'd': the letter of the terms
-            op[len++] = static_cast<signed char>(*p++ - '0');
-        }
+        while (s[pos] == ' ') ++pos;
     }
-    constexpr void parseSum(const char*& p)
+    // sum := term ('+' term)*, left to right
+    constexpr int sum(const char* s, int& pos)
     {
-        parseTerm(p);
-        for (;;) {
-            while (*p == ' ') ++p;
-            if (*p != '+') return;
-            ++p;
-            parseTerm(p);
-            op[len++] = kAdd;
+        int a = term(s, pos);
+        for (blanks(s, pos); s[pos] == '+'; blanks(s, pos)) {
+            ++pos;
+            const int b = term(s, pos);
+            node[n] = {-1, static_cast<signed char>(a), static_cast<signed char>(b)};
+            a = n++;
         }
+        return a;
+    }
+    // term := '(' sum ')' | 'p' digit
+    constexpr int term(const char* s, int& pos)
+    {
+        blanks(s, pos);
+        if (s[pos] == '(') {
+            ++pos;
+            const int a = sum(s, pos);
+            blanks(s, pos);
+            ++pos;  // ')'
+            return a;
+        }
+        ++pos;  // 'p'
+        node[n] = {static_cast<signed char>(s[pos++] - '0'), -1, -1};
+        return n++;
     }
 };
 
-// The sum of term(0) ... term(n-1) in the order of `tree`, each addition
-// rounded to E. The program is known to the compiler, so this becomes
-// straight-line code.
-template <SumTree tree, class E, class Term>
-[[gnu::always_inline]] inline E sumTree(const Term& term)
+// The trees of sizes 3, 4, 5, 6.
+struct Trees {
+    Tree at[4];
+    constexpr const Tree& of(int n) const { return at[n - 3]; }
+};
+
+// Sums across a row of the matrix (matrix letters m in 32f), down a column
+// (letters t in 32f), and by pairs of lanes (64f).
+//                              size 3        size 4             size 5                   size 6
+inline constexpr Trees kRowTree{{"(p0+p1)+p2", "(p0+p2)+(p1+p3)", "((p0+p1)+p4)+(p2+p3)", "((p0+p2)+p4)+((p1+p3)+p5)"}};
+inline constexpr Trees kColumnTree{{"(p0+p1)+p2", "(p0+p1)+(p2+p3)", "((p0+p1)+p4)+(p2+p3)", "((p0+p1)+(p2+p3))+(p4+p5)"}};
+inline constexpr Trees kPairTree{{"(p0+p1)+p2", "(p0+p1)+(p2+p3)", "((p0+p1)+(p2+p3))+p4", "((p0+p1)+(p2+p3))+(p4+p5)"}};
+
+constexpr bool treesWellFormed(const Trees& t)
 {
-    E stack[8];
-    int sp = 0;
-#pragma GCC unroll 24
-    for (int i = 0; i < tree.len; ++i) {
-        if (tree.op[i] == SumTree::kAdd) {
-            stack[sp - 2] = stack[sp - 2] + stack[sp - 1];
-            --sp;
-        } else {
-            stack[sp++] = term(tree.op[i]);
-        }
-    }
-    return stack[0];
+    for (int n = 3; n <= 6; ++n)
+        if (t.of(n).leaves() != n || !t.of(n).usesEachOnce()) return false;
+    return true;
 }
+static_assert(treesWellFormed(kRowTree) && treesWellFormed(kColumnTree) && treesWellFormed(kPairTree),
+              "a sum tree of size n adds each of p0 .. p(n-1) once");
+
+// The sum of p[0 .. n-1] in the order of tree T: straight-line code, for any
+// value type with the addition `add` (element values or vectors of lanes,
+// each lane then summed in the same order).
+template <Tree T, int i = T.root, class V, class Add>
+[[gnu::always_inline]] inline V treeSum(const V* p, const Add& add)
+{
+    constexpr Tree::Node nd = T.node[i];
+    if constexpr (nd.leaf >= 0)
+        return p[nd.leaf];
+    else
+        return add(treeSum<T, nd.l>(p, add), treeSum<T, nd.r>(p, add));
+}
+
+// ---- chains and lane sums ------------------------------------------------------
 
 // A chain: +0.0, then term(k) added in ascending k, in the precision of A.
 template <class A, class Term>
@@ -151,45 +221,47 @@ inline A chainFromZero(int from, int to, const Term& term)
 
 // ---- sums across lanes: the dot paths of long vectors ------------------------
 
-// 32f lane sum of p(0) ... p(K-1), in single precision. Unaligned form (the
-// peel decided by `addr`, the address of the vector): below `limit` terms,
-// or at an address that is no multiple of 4, a chain from +0.0. Otherwise
-// the terms up to the next 16-byte boundary are summed as a chain into lane 0
-// of the first of two 4-lane accumulators; rounds of 8 add terms 0..3 of the
-// round to the first and 4..7 to the second; t = first + second;
+// 32f lane sum of the products a[k]*b[k], k < K, in single precision.
+// Unaligned form (the peel decided by the address of b): below `limit`
+// terms, or at an address that is no multiple of 4, a chain from +0.0.
+// Otherwise the terms up to b's next 16-byte boundary are summed as a chain
+// into lane 0 of the first of two 4-lane accumulators; rounds of 8 add terms
+// 0..3 of the round to the first and 4..7 to the second; t = first + second;
 // (t0 + t2) + (t1 + t3); then the remaining terms one at a time.
 // Aligned form (`aligned`): no peel, and a chain below 8 terms.
-template <class Term>
-inline float laneSum(int K, std::uintptr_t addr, int limit, bool aligned, const Term& p)
+inline float laneSum(const float* a, const float* b, int K, int limit, bool aligned)
 {
+    const auto p = [&](int k) { return a[k] * b[k]; };
+    const auto addr = reinterpret_cast<std::uintptr_t>(b);
     if (aligned ? K < 8 : (K < limit || addr % 4 != 0)) return chainFromZero<float>(0, K, p);
-    float a[4] = {0, 0, 0, 0}, b[4] = {0, 0, 0, 0};
     int k = 0;
+    __m128 acc0 = _mm_setzero_ps(), acc1 = _mm_setzero_ps();
     if (!aligned && addr % 16 != 0) {
         k = int((16 - addr % 16) / 4);
-        a[0] = chainFromZero<float>(0, k, p);
+        acc0 = _mm_set_ss(chainFromZero<float>(0, k, p));
     }
-    for (const int end = k + ((K - k) & ~7); k < end; k += 8)
-        for (int j = 0; j < 4; ++j) {
-            a[j] = a[j] + p(k + j);
-            b[j] = b[j] + p(k + 4 + j);
-        }
+    for (const int end = k + ((K - k) & ~7); k < end; k += 8) {
+        acc0 = _mm_add_ps(acc0, _mm_mul_ps(_mm_loadu_ps(a + k), _mm_loadu_ps(b + k)));
+        acc1 = _mm_add_ps(acc1, _mm_mul_ps(_mm_loadu_ps(a + k + 4), _mm_loadu_ps(b + k + 4)));
+    }
     float t[4];
-    for (int j = 0; j < 4; ++j) t[j] = a[j] + b[j];
+    _mm_storeu_ps(t, _mm_add_ps(acc0, acc1));
     float s = (t[0] + t[2]) + (t[1] + t[3]);
     for (; k < K; ++k) s = s + p(k);
     return s;
 }
 
-// 64f pair sum: below `limit` terms, or at an address that is no multiple of
+// 64f pair sum of the products x[k]*y[k] (the peel decided by the address
+// of y): below `limit` terms, or at an address that is no multiple of
 // 8, a chain from +0.0. Otherwise, at an address that is no multiple of 16,
 // the first term alone is lane 0 of accumulator A; rounds of 8 add terms
 // 0, 1 and then 4, 5 to the two lanes of A, terms 2, 3 and then 6, 7 to B;
 // then (A0 + B0) + (A1 + B1) and the remaining terms one at a time. The
 // aligned form has no peel, and a chain below 8 terms.
-template <class Term>
-inline double pairSum(int K, std::uintptr_t addr, int limit, bool aligned, const Term& p)
+inline double pairSum(const double* x, const double* y, int K, int limit, bool aligned)
 {
+    const auto p = [&](int k) { return x[k] * y[k]; };
+    const auto addr = reinterpret_cast<std::uintptr_t>(y);
     if (aligned ? K < 8 : (K < limit || addr % 8 != 0)) return chainFromZero<double>(0, K, p);
     double a[2] = {0, 0}, b[2] = {0, 0};
     int k = 0;

@@ -200,6 +200,19 @@ inline auto vecItem(const Opd<T, K, L>& o, int k)
     }
 }
 
+// Item k of a constant operand: the value itself, or the element at
+// p + k*stride0 (standard and `_P`), or at lst[k] + offset (`_L`).
+template <class T, Kind K, Lay L>
+inline auto constItem(const Opd<T, K, L>& o, int k)
+{
+    if constexpr (K == Kind::c)
+        return o.p;
+    else if constexpr (L == Lay::L)
+        return *at(o.p[k], o.off);
+    else
+        return *at(o.p, std::ptrdiff_t(k) * o.s0);
+}
+
 // An `_L` array operand's item k as a standard single operand: what the
 // `_L` kernels that loop over a single-item kernel pass for each item.
 template <class T, Kind K>

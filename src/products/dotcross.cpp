@@ -44,7 +44,7 @@ constexpr std::string_view varName(Var v)
 // format, ascending, rounded once on the store.
 struct DotForm {
     bool extended;
-    SumTree tree;
+    Tree tree;
 };
 
 constexpr const char* kX = "x";
@@ -76,9 +76,9 @@ constexpr DotForm dotForm(std::string_view shape, Ty ty, Var v, int n)
     for (const DotRow& r : kDotForms)
         if (listed(r.shapes, shape) && listed(r.types, ty == Ty::F32 ? "32f" : "64f") && listed(r.kernels, varName(v))) {
             const char* f = r.at[n - 3];
-            return f[0] == 'x' ? DotForm{true, SumTree("p0")} : DotForm{false, SumTree(f)};
+            return f[0] == 'x' ? DotForm{true, Tree("p0")} : DotForm{false, Tree(f)};
         }
-    return {true, SumTree("p0")};
+    return {true, Tree("p0")};
 }
 
 // The general path of the unit-stride kernels of `vv` and `vava`: a lane sum
@@ -131,16 +131,19 @@ orlStatus dotKernel(int count, PerItem<typename A::Elem> dst, const A& a, const 
                     for (int g = 0; g < 4; ++g)
                         p[g] = _mm_mul_ps(_mm_loadu_ps(&vecItem<unit>(a, k + g)(0)), _mm_loadu_ps(&vecItem<unit>(b, k + g)(0)));
                     _MM_TRANSPOSE4_PS(p[0], p[1], p[2], p[3]);
-                    _mm_storeu_ps(dst.item(k), sumTree<form.tree, __m128>([&](int j) { return p[j]; }));
+                    _mm_storeu_ps(dst.item(k), treeSum<form.tree>(p, [](__m128 u, __m128 v) { return _mm_add_ps(u, v); }));
                 }
             }
             for (; k < count; ++k) {
                 const auto x = vecItem<unit>(a, k);
                 const auto y = vecItem<unit>(b, k);
-                if constexpr (form.extended)
+                if constexpr (form.extended) {
                     *dst.item(k) = sumOfProducts<Num::Extended, E>(N, x, y);
-                else
-                    *dst.item(k) = sumTree<form.tree, E>([&](int j) { return E(x(j) * y(j)); });
+                } else {
+                    E p[decltype(N)::value];
+                    for (int j = 0; j < N; ++j) p[j] = x(j) * y(j);
+                    *dst.item(k) = treeSum<form.tree>(p, [](E u, E v) { return u + v; });
+                }
             }
             return orlStatusOk;
         },
@@ -153,15 +156,12 @@ orlStatus dotKernel(int count, PerItem<typename A::Elem> dst, const A& a, const 
             for (int k = 0; k < count; ++k) {
                 const auto x = vecItem<unit>(a, k);
                 const auto y = vecItem<unit>(b, k);
-                const auto p = [&](int j) { return E(x(j) * y(j)); };
                 if constexpr (lr == nullptr) {
                     *dst.item(k) = sumOfProducts<Num::Blocked, E>(n, x, y);
+                } else if constexpr (sizeof(E) == 4) {
+                    *dst.item(k) = laneSum(&x(0), &y(0), n, lr->limit, aligned);
                 } else {
-                    const auto addr = reinterpret_cast<std::uintptr_t>(&y(0));
-                    if constexpr (sizeof(E) == 4)
-                        *dst.item(k) = laneSum(n, addr, lr->limit, aligned, p);
-                    else
-                        *dst.item(k) = pairSum(n, addr, lr->limit, aligned, p);
+                    *dst.item(k) = pairSum(&x(0), &y(0), n, lr->limit, aligned);
                 }
             }
             return orlStatusOk;

@@ -213,7 +213,8 @@ orlStatus l2Kernel(int count, PerItem<typename S::Elem> dst, const S& s, int n)
                 for (; k + 4 <= count; k += 4) {
                     __m128 x[4];
                     columnsOf4([&](int g) { return &vecItem<unit>(s, k + g)(0); }, x);
-                    const __m128 sum = sumTree<SumTree(order), __m128>([&](int j) { return _mm_mul_ps(x[j], x[j]); });
+                    for (__m128& v : x) v = _mm_mul_ps(v, v);
+                    const __m128 sum = treeSum<Tree(order)>(x, [](__m128 u, __m128 v) { return _mm_add_ps(u, v); });
                     _mm_storeu_ps(dst.item(k), refinedRoot(sum));
                 }
             }
@@ -223,7 +224,9 @@ orlStatus l2Kernel(int count, PerItem<typename S::Elem> dst, const S& s, int n)
                     const Ext sum = sumOfProducts<Num::Extended, Ext>(N, x, x);
                     *dst.item(k) = row.extRoot ? E(sqrtl(sum)) : std::sqrt(E(sum));
                 } else {
-                    const E sum = sumTree<SumTree(order), E>([&](int j) { return E(x(j) * x(j)); });
+                    E q[decltype(N)::value];
+                    for (int j = 0; j < N; ++j) q[j] = x(j) * x(j);
+                    const E sum = treeSum<Tree(order)>(q, [](E u, E v) { return u + v; });
                     *dst.item(k) = rootOf<E>(row.root, sum);
                 }
             }
@@ -235,9 +238,9 @@ orlStatus l2Kernel(int count, PerItem<typename S::Elem> dst, const S& s, int n)
                 const auto q = [&](int j) { return E(x(j) * x(j)); };
                 E sum;
                 if constexpr (row.general == Long::LaneSum)
-                    sum = laneSum(n, reinterpret_cast<std::uintptr_t>(&x(0)), 11, false, q);
+                    sum = laneSum(&x(0), &x(0), n, 11, false);
                 else if constexpr (row.general == Long::PairSum)
-                    sum = pairSum(n, reinterpret_cast<std::uintptr_t>(&x(0)), 9, false, q);
+                    sum = pairSum(&x(0), &x(0), n, 9, false);
                 else
                     sum = chainFromZero<E>(0, n, q);
                 *dst.item(k) = std::sqrt(sum);
