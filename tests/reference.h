@@ -66,6 +66,44 @@ E dotExt(int K, A a, B b)
 // (which rounds to 1 + 2^-53, a tie) and then rounded to double is 1.0.
 inline constexpr double kWitnessA = 1.0, kWitnessB = 0x1p-53 + 0x1p-65;
 
+// ---- element-wise sums and scaled sums -------------------------------------
+
+// A sum or difference formed in the extended format and rounded once to E.
+template <class E>
+E addExt(E a, E b)
+{
+    return E(Ext(a) + Ext(b));
+}
+
+// v1*x + v2*y in the two precision classes of the scaled sums: R rounds each
+// product to E and then the sum; X forms products and sum in the extended
+// format and rounds once. With v2 absent (Saxpy) the second term is y itself.
+template <class E>
+E scaledSumR(E v1, E x, E v2, E y)
+{
+    const E p = v1 * x, q = v2 * y;
+    return p + q;
+}
+
+template <class E>
+E scaledSumX(E v1, E x, E v2, E y)
+{
+    return E(Ext(v1) * Ext(x) + Ext(v2) * Ext(y));
+}
+
+template <class E>
+E saxpyR(E v, E x, E y)
+{
+    const E p = v * x;
+    return p + y;
+}
+
+template <class E>
+E saxpyX(E v, E x, E y)
+{
+    return E(Ext(v) * Ext(x) + Ext(y));
+}
+
 // ---- check classes --------------------------------------------------------
 
 // The status of a check class letter.

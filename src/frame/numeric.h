@@ -22,6 +22,8 @@
 // which is what a caller sees when a destination overlaps a source.
 #pragma once
 
+#include <emmintrin.h>
+
 namespace orl {
 
 enum class Num { Packed, Extended, Blocked, Running, ThroughDst };
@@ -71,5 +73,32 @@ inline void productsInto(E& d, int K, const Fa& a, const Fb& b)
         d = sumOfProducts<kind, E>(K, a, b);
     }
 }
+
+// Packed lanes of the element type, 16 bytes at a time: each lane rounds
+// as the scalar operation in the element type does.
+template <class E>
+struct Lanes;
+template <>
+struct Lanes<float> {
+    using V = __m128;
+    static constexpr int lanes = 4;
+    static V load(const float* p) { return _mm_loadu_ps(p); }
+    static V splat(float c) { return _mm_set1_ps(c); }
+    static void store(float* p, V v) { _mm_storeu_ps(p, v); }
+    static V add(V a, V b) { return _mm_add_ps(a, b); }
+    static V sub(V a, V b) { return _mm_sub_ps(a, b); }
+    static V mul(V a, V b) { return _mm_mul_ps(a, b); }
+};
+template <>
+struct Lanes<double> {
+    using V = __m128d;
+    static constexpr int lanes = 2;
+    static V load(const double* p) { return _mm_loadu_pd(p); }
+    static V splat(double c) { return _mm_set1_pd(c); }
+    static void store(double* p, V v) { _mm_storeu_pd(p, v); }
+    static V add(V a, V b) { return _mm_add_pd(a, b); }
+    static V sub(V a, V b) { return _mm_sub_pd(a, b); }
+    static V mul(V a, V b) { return _mm_mul_pd(a, b); }
+};
 
 }  // namespace orl
