@@ -1793,7 +1793,7 @@ ORLM_API orlStatus orlmLUBackSubst_mava_64f_L(
     double* const* dst, int dstOffset, int dstStride2,
     int widthHeight, int count);
 
-/* ---- Vector add and subtract: dst = src1 + src2, src - value, value - src, ... ---- */
+/* ---- Vector add and subtract: dst = src1 +/- src2, dst = src +/- value; cv cva cav cava: dst = value - src ---- */
 
 ORLM_API orlStatus orlmAdd_vv_32f(
     const float* src1, int src1Stride2,

@@ -18,7 +18,7 @@ def vector_items(stem, shape, lay):
 
 addsub_vec = Family(
     key="addsub",
-    title="Vector add and subtract: dst = src1 + src2, src - value, value - src, ...",
+    title="Vector add and subtract: dst = src1 +/- src2, dst = src +/- value; cv cva cav cava: dst = value - src",
     entry="orl::addsub::entry<orl::addsub::Op::{stem}, orl::addsub::leadingConstant(\"{shape}\")>",
     built=True,
 )
