@@ -3,8 +3,7 @@
 
 Besides the built families, this covers members of families still to come,
 so that the grammar is known to express their departures from the plain
-rule: constants after the vector in Sub, Saxpy's value, LComb's two values,
-Mul's per-source sizes, Copy's pair of layouts, Transpose's sizes in the
+rule: Mul's per-source sizes, Copy's pair of layouts, Transpose's sizes in the
 middle, and the solvers' extra arguments.
 """
 
@@ -13,7 +12,7 @@ import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from grammar import Arg, Member, Opd, plain_rule  # noqa: E402
+from grammar import Arg, Member, Opd  # noqa: E402
 from members import FAMILIES  # noqa: E402
 
 
@@ -54,21 +53,23 @@ SAMPLES = [
     (built("orlmLUBackSubst_mva_32f_L"), "src, srcStride1, srcStride2, perm, rhs, rhsOffset, rhsStride2, dst, dstOffset, dstStride2, widthHeight, count"),
     (built("orlmLUBackSubst_mava_32f_P"), "src, srcOffset, srcStride0, perm, rhs, rhsOffset, rhsStride0, dst, dstOffset, dstStride0, widthHeight, count"),
     # vector and constant operands by the plain rule
-    (member("Add", "vac", "32f", "", plain_rule("vac", ["length"], "v")), "src, srcStride0, srcStride2, value, dst, dstStride0, dstStride2, length, count"),
-    (member("Add", "vca", "32f", "L", [Opd("v", "src"), Opd("ca", "values"), Opd("va", "dst", True)] + LENGTH + COUNT),
-     "src, srcStride2, values, valuesOffset, dst, dstOffset, dstStride2, length, count"),
-    (member("Add", "vca", "32f", "P", [Opd("v", "src"), Opd("ca", "values"), Opd("va", "dst", True)] + LENGTH + COUNT),
-     "src, srcOffset, values, valuesStride0, dst, dstOffset, dstStride0, length, count"),
-    (member("Add", "vaca", "32f", "", [Opd("va", "src"), Opd("ca", "values"), Opd("va", "dst", True)] + LENGTH + COUNT),
-     "src, srcStride0, srcStride2, values, valuesStride0, dst, dstStride0, dstStride2, length, count"),
+    (built("orlmAdd_vac_32f"), "src, srcStride0, srcStride2, value, dst, dstStride0, dstStride2, length, count"),
+    (built("orlmAdd_vca_32f_L"), "src, srcStride2, values, valuesOffset, dst, dstOffset, dstStride2, length, count"),
+    (built("orlmAdd_vca_32f_P"), "src, srcOffset, values, valuesStride0, dst, dstOffset, dstStride0, length, count"),
+    (built("orlmAdd_vaca_32f"), "src, srcStride0, srcStride2, values, valuesStride0, dst, dstStride0, dstStride2, length, count"),
+    (built("orlmAdd_vc_64f"), "src, srcStride2, value, dst, dstStride2, length"),
+    (built("orlmSub_vac_32f_P"), "src, srcOffset, srcStride0, value, dst, dstOffset, dstStride0, length, count"),
     # Sub with a leading constant: the vector's group comes first
-    (member("Sub", "cav", "32f", "P", [Opd("v", "src"), Opd("ca", "values"), Opd("va", "dst", True)] + LENGTH + COUNT),
-     "src, srcOffset, values, valuesStride0, dst, dstOffset, dstStride0, length, count"),
+    (built("orlmSub_cav_32f_P"), "src, srcOffset, values, valuesStride0, dst, dstOffset, dstStride0, length, count"),
+    (built("orlmSub_cava_64f_L"), "src, srcOffset, srcStride2, values, valuesOffset, dst, dstOffset, dstStride2, length, count"),
+    (built("orlmSub_cv_32f"), "src, srcStride2, value, dst, dstStride2, length"),
     # Saxpy: value after the first source; LComb: a value after each source
-    (member("Saxpy", "vav", "32f", "", [Opd("va", "src1"), Opd("c", "value"), Opd("v", "src2"), Opd("va", "dst", True)] + LENGTH + COUNT),
-     "src1, src1Stride0, src1Stride2, value, src2, src2Stride2, dst, dstStride0, dstStride2, length, count"),
-    (member("LComb", "vav", "64f", "L", [Opd("va", "src1"), Opd("c", "value1"), Opd("v", "src2"), Opd("c", "value2"), Opd("va", "dst", True)] + LENGTH + COUNT),
-     "src1, src1Offset, src1Stride2, value1, src2, src2Stride2, value2, dst, dstOffset, dstStride2, length, count"),
+    (built("orlmSaxpy_vav_32f"), "src1, src1Stride0, src1Stride2, value, src2, src2Stride2, dst, dstStride0, dstStride2, length, count"),
+    (built("orlmSaxpy_vv_32f"), "src1, src1Stride2, value, src2, src2Stride2, dst, dstStride2, length"),
+    (built("orlmSaxpy_vva_32f_L"), "src1, src1Stride2, value, src2, src2Offset, src2Stride2, dst, dstOffset, dstStride2, length, count"),
+    (built("orlmLComb_vav_64f_L"), "src1, src1Offset, src1Stride2, value1, src2, src2Stride2, value2, dst, dstOffset, dstStride2, length, count"),
+    (built("orlmLComb_vv_64f"), "src1, src1Stride2, value1, src2, src2Stride2, value2, dst, dstStride2, length"),
+    (built("orlmLComb_vava_32f_P"), "src1, src1Offset, src1Stride0, value1, src2, src2Offset, src2Stride0, value2, dst, dstOffset, dstStride0, length, count"),
     # Copy: a layout for each operand
     (built("orlmCopy_ma_32f_SS"), "src, srcStride0, srcStride1, srcStride2, dst, dstStride0, dstStride1, dstStride2, width, height, count"),
     (built("orlmCopy_ma_32f_SP"), "src, srcStride0, srcStride1, srcStride2, dst, dstOffset, dstStride0, width, height, count"),

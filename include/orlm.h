@@ -1793,6 +1793,632 @@ ORLM_API orlStatus orlmLUBackSubst_mava_64f_L(
     double* const* dst, int dstOffset, int dstStride2,
     int widthHeight, int count);
 
+/* ---- Vector add and subtract: dst = src1 +/- src2, dst = src +/- value; cv cva cav cava: dst = value - src ---- */
+
+ORLM_API orlStatus orlmAdd_vv_32f(
+    const float* src1, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmAdd_vv_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmAdd_vv_64f(
+    const double* src1, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmAdd_vv_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmAdd_vav_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vav_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vav_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vav_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vav_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vav_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vava_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vava_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vava_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vava_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vava_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vava_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vc_32f(
+    const float* src, int srcStride2,
+    float value,
+    float* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmAdd_vc_32f_P(
+    const float* const* src, int srcOffset,
+    float value,
+    float* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmAdd_vc_64f(
+    const double* src, int srcStride2,
+    double value,
+    double* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmAdd_vc_64f_P(
+    const double* const* src, int srcOffset,
+    double value,
+    double* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmAdd_vac_32f(
+    const float* src, int srcStride0, int srcStride2,
+    float value,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vac_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float value,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vac_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    float value,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vac_64f(
+    const double* src, int srcStride0, int srcStride2,
+    double value,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vac_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double value,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vac_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    double value,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vca_32f(
+    const float* src, int srcStride2,
+    const float* values, int valuesStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vca_32f_P(
+    const float* const* src, int srcOffset,
+    const float* values, int valuesStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vca_32f_L(
+    const float* src, int srcStride2,
+    const float* const* values, int valuesOffset,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vca_64f(
+    const double* src, int srcStride2,
+    const double* values, int valuesStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vca_64f_P(
+    const double* const* src, int srcOffset,
+    const double* values, int valuesStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vca_64f_L(
+    const double* src, int srcStride2,
+    const double* const* values, int valuesOffset,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vaca_32f(
+    const float* src, int srcStride0, int srcStride2,
+    const float* values, int valuesStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vaca_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    const float* values, int valuesStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vaca_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    const float* const* values, int valuesOffset,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vaca_64f(
+    const double* src, int srcStride0, int srcStride2,
+    const double* values, int valuesStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vaca_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    const double* values, int valuesStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmAdd_vaca_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    const double* const* values, int valuesOffset,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vv_32f(
+    const float* src1, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmSub_vv_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmSub_vv_64f(
+    const double* src1, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmSub_vv_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmSub_vav_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vav_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vav_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    const float* src2, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vav_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vav_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vav_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    const double* src2, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vva_32f(
+    const float* src1, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vva_32f_P(
+    const float* const* src1, int src1Offset,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vva_32f_L(
+    const float* src1, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vva_64f(
+    const double* src1, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vva_64f_P(
+    const double* const* src1, int src1Offset,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vva_64f_L(
+    const double* src1, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vava_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vava_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vava_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vava_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vava_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vava_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vc_32f(
+    const float* src, int srcStride2,
+    float value,
+    float* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmSub_vc_32f_P(
+    const float* const* src, int srcOffset,
+    float value,
+    float* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmSub_vc_64f(
+    const double* src, int srcStride2,
+    double value,
+    double* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmSub_vc_64f_P(
+    const double* const* src, int srcOffset,
+    double value,
+    double* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmSub_vac_32f(
+    const float* src, int srcStride0, int srcStride2,
+    float value,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vac_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float value,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vac_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    float value,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vac_64f(
+    const double* src, int srcStride0, int srcStride2,
+    double value,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vac_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double value,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vac_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    double value,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vca_32f(
+    const float* src, int srcStride2,
+    const float* values, int valuesStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vca_32f_P(
+    const float* const* src, int srcOffset,
+    const float* values, int valuesStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vca_32f_L(
+    const float* src, int srcStride2,
+    const float* const* values, int valuesOffset,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vca_64f(
+    const double* src, int srcStride2,
+    const double* values, int valuesStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vca_64f_P(
+    const double* const* src, int srcOffset,
+    const double* values, int valuesStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vca_64f_L(
+    const double* src, int srcStride2,
+    const double* const* values, int valuesOffset,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vaca_32f(
+    const float* src, int srcStride0, int srcStride2,
+    const float* values, int valuesStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vaca_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    const float* values, int valuesStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vaca_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    const float* const* values, int valuesOffset,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vaca_64f(
+    const double* src, int srcStride0, int srcStride2,
+    const double* values, int valuesStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vaca_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    const double* values, int valuesStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_vaca_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    const double* const* values, int valuesOffset,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cv_32f(
+    const float* src, int srcStride2,
+    float value,
+    float* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmSub_cv_32f_P(
+    const float* const* src, int srcOffset,
+    float value,
+    float* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmSub_cv_64f(
+    const double* src, int srcStride2,
+    double value,
+    double* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmSub_cv_64f_P(
+    const double* const* src, int srcOffset,
+    double value,
+    double* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmSub_cva_32f(
+    const float* src, int srcStride0, int srcStride2,
+    float value,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cva_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float value,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cva_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    float value,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cva_64f(
+    const double* src, int srcStride0, int srcStride2,
+    double value,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cva_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double value,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cva_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    double value,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cav_32f(
+    const float* src, int srcStride2,
+    const float* values, int valuesStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cav_32f_P(
+    const float* const* src, int srcOffset,
+    const float* values, int valuesStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cav_32f_L(
+    const float* src, int srcStride2,
+    const float* const* values, int valuesOffset,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cav_64f(
+    const double* src, int srcStride2,
+    const double* values, int valuesStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cav_64f_P(
+    const double* const* src, int srcOffset,
+    const double* values, int valuesStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cav_64f_L(
+    const double* src, int srcStride2,
+    const double* const* values, int valuesOffset,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cava_32f(
+    const float* src, int srcStride0, int srcStride2,
+    const float* values, int valuesStride0,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cava_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    const float* values, int valuesStride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cava_32f_L(
+    const float* const* src, int srcOffset, int srcStride2,
+    const float* const* values, int valuesOffset,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cava_64f(
+    const double* src, int srcStride0, int srcStride2,
+    const double* values, int valuesStride0,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cava_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    const double* values, int valuesStride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSub_cava_64f_L(
+    const double* const* src, int srcOffset, int srcStride2,
+    const double* const* values, int valuesOffset,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
 /* ---- Cholesky decomposition A = L L^T, the diagonal stored as 1 / L[i][i] ---- */
 
 ORLM_API orlStatus orlmCholeskyDecomp_m_32f(
@@ -3376,6 +4002,290 @@ ORLM_API orlStatus orlmAffineTransform3DH_mva_32f(
     const float* src2, int src2Stride0, int src2Stride2,
     float* dst, int dstStride0, int dstStride2,
     int count);
+
+/* ---- Saxpy and LComb: dst = value * src1 + src2, dst = value1 * src1 + value2 * src2 ---- */
+
+ORLM_API orlStatus orlmSaxpy_vv_32f(
+    const float* src1, int src1Stride2,
+    float value,
+    const float* src2, int src2Stride2,
+    float* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmSaxpy_vv_32f_P(
+    const float* const* src1, int src1Offset,
+    float value,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmSaxpy_vv_64f(
+    const double* src1, int src1Stride2,
+    double value,
+    const double* src2, int src2Stride2,
+    double* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmSaxpy_vv_64f_P(
+    const double* const* src1, int src1Offset,
+    double value,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmSaxpy_vav_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    float value,
+    const float* src2, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vav_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    float value,
+    const float* const* src2, int src2Offset,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vav_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    float value,
+    const float* src2, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vav_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    double value,
+    const double* src2, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vav_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    double value,
+    const double* const* src2, int src2Offset,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vav_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    double value,
+    const double* src2, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vva_32f(
+    const float* src1, int src1Stride2,
+    float value,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vva_32f_P(
+    const float* const* src1, int src1Offset,
+    float value,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vva_32f_L(
+    const float* src1, int src1Stride2,
+    float value,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vva_64f(
+    const double* src1, int src1Stride2,
+    double value,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vva_64f_P(
+    const double* const* src1, int src1Offset,
+    double value,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vva_64f_L(
+    const double* src1, int src1Stride2,
+    double value,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vava_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    float value,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vava_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    float value,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vava_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    float value,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vava_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    double value,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vava_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    double value,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmSaxpy_vava_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    double value,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vv_32f(
+    const float* src1, int src1Stride2,
+    float value1,
+    const float* src2, int src2Stride2,
+    float value2,
+    float* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmLComb_vv_32f_P(
+    const float* const* src1, int src1Offset,
+    float value1,
+    const float* const* src2, int src2Offset,
+    float value2,
+    float* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmLComb_vv_64f(
+    const double* src1, int src1Stride2,
+    double value1,
+    const double* src2, int src2Stride2,
+    double value2,
+    double* dst, int dstStride2,
+    int length);
+
+ORLM_API orlStatus orlmLComb_vv_64f_P(
+    const double* const* src1, int src1Offset,
+    double value1,
+    const double* const* src2, int src2Offset,
+    double value2,
+    double* const* dst, int dstOffset,
+    int length);
+
+ORLM_API orlStatus orlmLComb_vav_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    float value1,
+    const float* src2, int src2Stride2,
+    float value2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vav_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    float value1,
+    const float* const* src2, int src2Offset,
+    float value2,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vav_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    float value1,
+    const float* src2, int src2Stride2,
+    float value2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vav_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    double value1,
+    const double* src2, int src2Stride2,
+    double value2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vav_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    double value1,
+    const double* const* src2, int src2Offset,
+    double value2,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vav_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    double value1,
+    const double* src2, int src2Stride2,
+    double value2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vava_32f(
+    const float* src1, int src1Stride0, int src1Stride2,
+    float value1,
+    const float* src2, int src2Stride0, int src2Stride2,
+    float value2,
+    float* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vava_32f_P(
+    const float* const* src1, int src1Offset, int src1Stride0,
+    float value1,
+    const float* const* src2, int src2Offset, int src2Stride0,
+    float value2,
+    float* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vava_32f_L(
+    const float* const* src1, int src1Offset, int src1Stride2,
+    float value1,
+    const float* const* src2, int src2Offset, int src2Stride2,
+    float value2,
+    float* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vava_64f(
+    const double* src1, int src1Stride0, int src1Stride2,
+    double value1,
+    const double* src2, int src2Stride0, int src2Stride2,
+    double value2,
+    double* dst, int dstStride0, int dstStride2,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vava_64f_P(
+    const double* const* src1, int src1Offset, int src1Stride0,
+    double value1,
+    const double* const* src2, int src2Offset, int src2Stride0,
+    double value2,
+    double* const* dst, int dstOffset, int dstStride0,
+    int length, int count);
+
+ORLM_API orlStatus orlmLComb_vava_64f_L(
+    const double* const* src1, int src1Offset, int src1Stride2,
+    double value1,
+    const double* const* src2, int src2Offset, int src2Stride2,
+    double value2,
+    double* const* dst, int dstOffset, int dstStride2,
+    int length, int count);
 
 /* ---- Multiplication by a constant: dst = src * value ---- */
 

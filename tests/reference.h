@@ -139,6 +139,42 @@ inline float dotPath32f(int K, const float* r, const float* x, bool aligned)
     float s = (t[0] + t[2]) + (t[1] + t[3]);
     for (int k = end; k < K; ++k) s = s + r[k] * x[k];
     return s;
+// ---- element-wise sums and scaled sums -------------------------------------
+
+// A sum or difference formed in the extended format and rounded once to E.
+template <class E>
+E addExt(E a, E b)
+{
+    return E(Ext(a) + Ext(b));
+}
+
+// v1*x + v2*y in the two precision classes of the scaled sums: R rounds each
+// product to E and then the sum; X forms products and sum in the extended
+// format and rounds once. With v2 absent (Saxpy) the second term is y itself.
+template <class E>
+E scaledSumR(E v1, E x, E v2, E y)
+{
+    const E p = v1 * x, q = v2 * y;
+    return p + q;
+}
+
+template <class E>
+E scaledSumX(E v1, E x, E v2, E y)
+{
+    return E(Ext(v1) * Ext(x) + Ext(v2) * Ext(y));
+}
+
+template <class E>
+E saxpyR(E v, E x, E y)
+{
+    const E p = v * x;
+    return p + y;
+}
+
+template <class E>
+E saxpyX(E v, E x, E y)
+{
+    return E(Ext(v) * Ext(x) + Ext(y));
 }
 
 // ---- check classes --------------------------------------------------------

@@ -121,4 +121,65 @@ inline auto sourceItems(const O& o, int cols)
     }
 }
 
+// ---- vectors and constants --------------------------------------------------
+
+// The elements of a shared vector, held in local values for a whole call by
+// the straight-line forms of length N.
+template <class E, int N>
+struct HeldVec {
+    E v[N];
+    E operator()(int j) const { return v[j]; }
+    const E* data() const { return v; }
+};
+
+// Item k of a vector source: read where it lies, or, for a shared vector in a
+// straight-line form (N > 0), from the copy taken before the loop over items.
+template <bool Unit, int N, class O>
+inline auto vecSourceItems(const O& o)
+{
+    if constexpr (O::array || N == 0) {
+        return [o](int k) { return vecItem<Unit>(o, k); };
+    } else {
+        const auto x = vecItem<Unit>(o, 0);
+        HeldVec<typename O::Elem, N> h;
+#pragma GCC unroll 8
+        for (int j = 0; j < N; ++j) h.v[j] = x(j);
+        return [h](int) -> const HeldVec<typename O::Elem, N>& { return h; };
+    }
+}
+
+// Item k of a constant operand: the value itself (`c`), or item k of a
+// constant array (`ca`), read once for the item.
+template <class O>
+inline auto constItems(const O& o)
+{
+    if constexpr (O::kind == Kind::c) {
+        return [v = o.p](int) { return v; };
+    } else if constexpr (O::lay == Lay::L) {
+        return [o](int k) { return *at(o.p[k], o.off); };
+    } else {
+        return [o](int k) { return *at(o.p, std::ptrdiff_t(k) * o.s0); };
+    }
+}
+
+// Item k of any source of the vector families: a vector item with (j), or a
+// constant; `elemOf` reads element j of either.
+template <bool Unit, int N, class O>
+inline auto vectorOrConstItems(const O& o)
+{
+    if constexpr (isScalar(O::kind))
+        return constItems(o);
+    else
+        return vecSourceItems<Unit, N>(o);
+}
+
+template <class X>
+inline auto elemOf(const X& x, int j)
+{
+    if constexpr (std::is_arithmetic_v<X>)
+        return x;
+    else
+        return x(j);
+}
+
 }  // namespace orl

@@ -13,11 +13,15 @@ struct Lanes;
 template <>
 struct Lanes<float> {
     using V = __m128;
-    static constexpr int n = 4;
+    static constexpr int n = 4, lanes = 4;
     static V zero() { return _mm_setzero_ps(); }
     static V bcast(float x) { return _mm_set1_ps(x); }
+    static V splat(float x) { return _mm_set1_ps(x); }
     static V mul(V a, V b) { return _mm_mul_ps(a, b); }
     static V add(V a, V b) { return _mm_add_ps(a, b); }
+    static V sub(V a, V b) { return _mm_sub_ps(a, b); }
+    static V load(const float* p) { return _mm_loadu_ps(p); }
+    static void store(float* p, V v) { _mm_storeu_ps(p, v); }
     // Lanes 0 .. c-1 from p, the others zero.
     template <int c>
     static V load(const float* p)
@@ -58,11 +62,15 @@ struct Lanes<float> {
 template <>
 struct Lanes<double> {
     using V = __m128d;
-    static constexpr int n = 2;
+    static constexpr int n = 2, lanes = 2;
     static V zero() { return _mm_setzero_pd(); }
     static V bcast(double x) { return _mm_set1_pd(x); }
+    static V splat(double x) { return _mm_set1_pd(x); }
     static V mul(V a, V b) { return _mm_mul_pd(a, b); }
     static V add(V a, V b) { return _mm_add_pd(a, b); }
+    static V sub(V a, V b) { return _mm_sub_pd(a, b); }
+    static V load(const double* p) { return _mm_loadu_pd(p); }
+    static void store(double* p, V v) { _mm_storeu_pd(p, v); }
     template <int c>
     static V load(const double* p)
     {

@@ -160,6 +160,7 @@ struct VecItem {
     T* b;
     std::ptrdiff_t s2;
     T& operator()(int j) const { return *at(b, j * (Unit ? std::ptrdiff_t(sizeof(T)) : s2)); }
+    T* data() const { return b; }  // the first element; adjacent ones follow where Unit
 };
 
 template <class T>

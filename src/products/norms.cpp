@@ -61,7 +61,7 @@ inline E rootOf(Root r, Ext s)
 // round to lane j mod 4, as two additions a lane; squares outside rounds go
 // into lane 0. The lanes combine as (l0 + l2) + (l1 + l3).
 template <class E>
-struct Lanes {
+struct LaneSums {
     E l[4] = {0, 0, 0, 0};
     template <class Q>
     void round8(const Q& q, int k)
@@ -261,9 +261,9 @@ orlStatus l2Kernel(int count, PerItem<typename S::Elem> dst, const S& s, int n)
 //    of 8, then the rest into lane 0; with other stride2, rounds of 8 and the
 //    rest into lane 0.
 template <class E, class Item>
-Lanes<E> runSum(const Item& x, const E* base, std::ptrdiff_t s1, std::ptrdiff_t s2, int w, int h)
+LaneSums<E> runSum(const Item& x, const E* base, std::ptrdiff_t s1, std::ptrdiff_t s2, int w, int h)
 {
-    Lanes<E> acc;
+    LaneSums<E> acc;
     const auto sq = [&](int k) { const E v = x(k / w, k % w); return E(v * v); };
     const auto addr = reinterpret_cast<std::uintptr_t>(base);
     if (addr % sizeof(E) == 0 && s1 == s2 * w) {
@@ -297,7 +297,7 @@ Ext squares(const Item& x, int w, int h, E& lane0)
     const int n = w * h;
     const auto sq = [&](int k) { const E v = x(k / w, k % w); return E(v * v); };
     if constexpr (kind == Sum::Lanes4) {
-        Lanes<E> acc;
+        LaneSums<E> acc;
         acc.run(sq, 0, n);
         lane0 = acc.l[0];
         return acc.combined();
@@ -327,7 +327,7 @@ Ext squares(const Item& x, int w, int h, E& lane0)
             lane0 = acc.lane0();
             return acc.combined();
         } else {
-            Lanes<E> acc;
+            LaneSums<E> acc;
             for (int i = 0; i < h; ++i) acc.run([&](int j) { const E v = x(i, j); return E(v * v); }, 0, w);
             lane0 = acc.l[0];
             return acc.combined();
@@ -378,7 +378,7 @@ orlStatus frobKernel(int count, PerItem<typename S::Elem> dst, const S& s, int w
                 E lane0 = 0, total;
                 if constexpr (row.general == Sum::Run) {
                     const auto b = stdItem<unit>(s, k);
-                    const Lanes<E> acc = runSum<E>(x, b.b, b.s1, unit ? std::ptrdiff_t(sizeof(E)) : b.s2, w, h);
+                    const LaneSums<E> acc = runSum<E>(x, b.b, b.s1, unit ? std::ptrdiff_t(sizeof(E)) : b.s2, w, h);
                     lane0 = acc.l[0];
                     total = acc.combined();
                 } else {
