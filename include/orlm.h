@@ -1793,6 +1793,74 @@ ORLM_API orlStatus orlmLUBackSubst_mava_64f_L(
     double* const* dst, int dstOffset, int dstStride2,
     int widthHeight, int count);
 
+/* ---- Determinant: dst = det(src), one result an item with no stride ---- */
+
+ORLM_API orlStatus orlmDet_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* buffer,
+    float* dst);
+
+ORLM_API orlStatus orlmDet_m_32f_P(
+    const float* const* src, int srcOffset,
+    int widthHeight,
+    float* buffer,
+    float* dst);
+
+ORLM_API orlStatus orlmDet_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* buffer,
+    double* dst);
+
+ORLM_API orlStatus orlmDet_m_64f_P(
+    const double* const* src, int srcOffset,
+    int widthHeight,
+    double* buffer,
+    double* dst);
+
+ORLM_API orlStatus orlmDet_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* buffer,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    int widthHeight,
+    float* buffer,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* buffer,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* buffer,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    int widthHeight,
+    double* buffer,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* buffer,
+    double* dst,
+    int count);
+
 
 #ifdef __cplusplus
 }

@@ -22,6 +22,8 @@
 // which is what a caller sees when a destination overlaps a source.
 #pragma once
 
+#include <xmmintrin.h>
+
 namespace orl {
 
 enum class Num { Packed, Extended, Blocked, Running, ThroughDst };
@@ -70,6 +72,14 @@ inline void productsInto(E& d, int K, const Fa& a, const Fb& b)
     } else {
         d = sumOfProducts<kind, E>(K, a, b);
     }
+}
+
+// 1/d from the processor's reciprocal estimate (about 12 bits) refined by
+// one Newton step, y1 = y0 + y0 - d * (y0 * y0), in single precision.
+inline float reciprocalEstimate(float d)
+{
+    const float y0 = _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(d)));
+    return (y0 + y0) - d * (y0 * y0);
 }
 
 }  // namespace orl
