@@ -21,7 +21,7 @@ invert = Family(
     key="invert",
     title="Matrix inverse: dst = inverse(src)",
     entry="orl::invert::entry",
-    built=False,
+    built=True,
 )
 invert.members = each([("Invert", "m"), ("Invert", "ma")], invert_items, "invert")
 
