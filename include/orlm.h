@@ -2927,6 +2927,136 @@ ORLM_API orlStatus orlmExtract_va_64f_L(
     double* dst,
     int length, int count);
 
+/* ---- Matrix inverse: dst = inverse(src) ---- */
+
+ORLM_API orlStatus orlmInvert_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dst, int dstStride1, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmInvert_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* buffer,
+    float* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmInvert_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dst, int dstStride1, int dstStride2,
+    int widthHeight);
+
+ORLM_API orlStatus orlmInvert_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* buffer,
+    double* const* dst, int dstOffset,
+    int widthHeight);
+
+ORLM_API orlStatus orlmInvert_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dst, int dstStride0, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmInvert_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* buffer,
+    float* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmInvert_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* buffer,
+    float* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmInvert_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dst, int dstStride0, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmInvert_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* buffer,
+    double* const* dst, int dstOffset, int dstStride0,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmInvert_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* buffer,
+    double* const* dst, int dstOffset, int dstStride1, int dstStride2,
+    int widthHeight, int count);
+
+/* ---- Determinant: dst = det(src), one result an item with no stride ---- */
+
+ORLM_API orlStatus orlmDet_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* buffer,
+    float* dst);
+
+ORLM_API orlStatus orlmDet_m_32f_P(
+    const float* const* src, int srcOffset,
+    int widthHeight,
+    float* buffer,
+    float* dst);
+
+ORLM_API orlStatus orlmDet_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* buffer,
+    double* dst);
+
+ORLM_API orlStatus orlmDet_m_64f_P(
+    const double* const* src, int srcOffset,
+    int widthHeight,
+    double* buffer,
+    double* dst);
+
+ORLM_API orlStatus orlmDet_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* buffer,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    int widthHeight,
+    float* buffer,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int widthHeight,
+    float* buffer,
+    float* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* buffer,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    int widthHeight,
+    double* buffer,
+    double* dst,
+    int count);
+
+ORLM_API orlStatus orlmDet_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    int widthHeight,
+    double* buffer,
+    double* dst,
+    int count);
+
 /* ---- Matrix times vector: dst = op(src1) * src2; Gaxpy: dst = src1 * src2 + src3 ---- */
 
 ORLM_API orlStatus orlmMul_mv_32f(

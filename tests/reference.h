@@ -8,8 +8,12 @@
 #pragma once
 
 #include <cstdint>
+#include <cmath>
 #include <cstring>
 #include <string_view>
+#include <vector>
+
+#include <xmmintrin.h>
 
 #include <xmmintrin.h>
 
@@ -218,6 +222,111 @@ template <class E>
 E rsqrtExt(E t)
 {
     return E(Ext(1) / __builtin_sqrtl(Ext(t)));
+// ---- determinants and inverses ----------------------------------------------
+
+// Square matrices of order n, row-major.
+template <class E>
+using Sq = std::vector<E>;
+
+// The singularity tolerance of order n: 2*n^3 units of the smallest normal.
+template <class E>
+E tolerance(int units)
+{
+    return E(units) * (sizeof(E) == 4 ? E(0x1p-126f) : E(0x1p-1022));
+}
+template <class E>
+E orderTol(int n) { return tolerance<E>(2 * n * n * n); }
+
+// 1/d by the processor's estimate (the same instruction as the library, its
+// bits differ between processor makers) and one Newton step.
+inline float recipNewton(float d)
+{
+    const float y0 = _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(d)));
+    return (y0 + y0) - d * (y0 * y0);
+}
+
+// The minor over `rows` and `cols` expanded along the last of `rows`, from
+// the highest column down, signs + - + ..., in the element type.
+template <class E>
+E minorLastRow(const Sq<E>& a, int n, std::vector<int> rows, const std::vector<int>& cols)
+{
+    if (rows.size() == 1) return a[rows[0] * n + cols[0]];
+    const int r = rows.back();
+    rows.pop_back();
+    E s = 0;
+    for (int x = int(cols.size()) - 1, sign = 1; x >= 0; --x, sign = -sign) {
+        std::vector<int> sub = cols;
+        sub.erase(sub.begin() + x);
+        const E term = a[r * n + cols[x]] * minorLastRow(a, n, rows, sub);
+        s = x == int(cols.size()) - 1 ? term : sign > 0 ? s + term : s - term;
+    }
+    return s;
+}
+
+inline std::vector<int> range(int n, int without = -1)
+{
+    std::vector<int> v;
+    for (int i = 0; i < n; ++i)
+        if (i != without) v.push_back(i);
+    return v;
+}
+
+// The determinant in the extended format at orders 3 to 6: at 3 the written
+// forms (32f along row 0, 64f along column 0); at 4 to 6 along the top row of
+// the bottom rows, with the documented minors parked in the element type.
+template <class E>
+Ext minorTopRowExt(const Sq<E>& a, int n, const std::vector<int>& cols)
+{
+    const int k = int(cols.size()), r = n - k;
+    if (k == 1) return a[r * n + cols[0]];
+    Ext s = 0;
+    for (int x = 0; x < k; ++x) {
+        std::vector<int> sub = cols;
+        sub.erase(sub.begin() + x);
+        const Ext term = Ext(a[r * n + cols[x]]) * minorTopRowExt(a, n, sub);
+        s = x == 0 ? term : x % 2 ? s - term : s + term;
+    }
+    const bool lastPair = k == 2 && cols[0] == n - 2, firstPair = k == 2 && cols[0] == 0 && cols[1] == 1;
+    const bool park = k == 2 ? (n == 4 ? firstPair : !lastPair) : k >= 3 && k <= n - 2;
+    return park ? Ext(E(s)) : s;
+}
+
+template <class E>
+E detExtended(const Sq<E>& a, int n)
+{
+    auto m = [&](int i, int j) { return Ext(a[i * n + j]); };
+    if (n == 3 && sizeof(E) == 4)
+        return E((m(0, 1) * (m(2, 0) * m(1, 2) - m(1, 0) * m(2, 2)) + m(0, 2) * (m(2, 1) * m(1, 0) - m(2, 0) * m(1, 1))) +
+                 m(0, 0) * (m(1, 1) * m(2, 2) - m(1, 2) * m(2, 1)));
+    if (n == 3)
+        return E((m(2, 0) * (m(1, 2) * m(0, 1) - m(1, 1) * m(0, 2)) + m(0, 0) * (m(1, 1) * m(2, 2) - m(1, 2) * m(2, 1))) +
+                 m(1, 0) * (m(2, 1) * m(0, 2) - m(2, 2) * m(0, 1)));
+    return E(minorTopRowExt(a, n, range(n)));
+}
+
+// Gaussian elimination with pivots by strict greater magnitude through a row
+// order, multipliers m = a / pivot (or a * (1 / pivot)), in the element type.
+// Runs `stages` stages and returns how many passed |pivot| >= tol; `prod`
+// is multiplied by each passing pivot (prod = pivot * prod), `sign` negated
+// for each exchange.
+template <class E>
+int eliminate(Sq<E>& a, int n, std::vector<int>& P, int stages, E tol, bool divide, E& prod, E& sign)
+{
+    for (int k = 0; k < stages; ++k) {
+        int b = k;
+        for (int i = k + 1; i < n; ++i)
+            if (std::fabs(a[P[i] * n + k]) > std::fabs(a[P[b] * n + k])) b = i;
+        if (b != k) std::swap(P[k], P[b]), sign = -sign;
+        const E piv = a[P[k] * n + k];
+        if (!(std::fabs(piv) >= tol)) return k;
+        const E r = E(1) / piv;
+        for (int i = k + 1; i < n; ++i) {
+            const E m = divide ? a[P[i] * n + k] / piv : a[P[i] * n + k] * r;
+            for (int j = k + 1; j < n; ++j) a[P[i] * n + j] = a[P[i] * n + j] - a[P[k] * n + j] * m;
+        }
+        prod = piv * prod;
+    }
+    return stages;
 }
 
 // ---- bits -----------------------------------------------------------------

@@ -285,6 +285,14 @@ inline float rsqrtEstimate(float s)
     return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(s)));
 }
 
+// 1/d from the processor's reciprocal estimate (about 12 bits) refined by
+// one Newton step, y1 = y0 + y0 - d * (y0 * y0), in single precision.
+inline float reciprocalEstimate(float d)
+{
+    const float y0 = _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(d)));
+    return (y0 + y0) - d * (y0 * y0);
+}
+
 // The reciprocal square root refined by one Newton step,
 // y1 = y0 * (t * y0 * y0 - 3) * (-0.5), every operation in single precision.
 // No second step and no final correction: about 22 good bits.

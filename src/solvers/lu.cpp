@@ -22,6 +22,7 @@
 #include "frame/numeric.h"
 #include "frame/operand.h"
 #include "frame/validate.h"
+#include "solvers/elimination.h"
 
 namespace orl::lu {
 
@@ -73,32 +74,16 @@ orlStatus eliminate(const W& w, Perm* perm, int size, const RowFinal& rowFinal)
 {
     const int n = N ? N : size;
     for (int k = 0; k < n - 1; ++k) {
-        // Strictly greater wins: ties keep the earliest position in perm.
-        int best = k;
-        E big = std::fabs(w(perm[k], k));
-        for (int i = k + 1; i < n; ++i) {
-            const E m = std::fabs(w(perm[i], k));
-            if (m > big) big = m, best = i;
-        }
-        if (R.exchangeBeforeTest) std::swap(perm[k], perm[best]);
-        if (!R.passes(big)) return orlStatusSingular;
-        if (!R.exchangeBeforeTest && best != k) std::swap(perm[k], perm[best]);
+        const elim::Pivot<E> best = elim::pivotOf<E>(w, perm, k, n);
+        if (R.exchangeBeforeTest) std::swap(perm[k], perm[best.pos]);
+        if (!R.passes(best.mag)) return orlStatusSingular;
+        if (!R.exchangeBeforeTest && best.pos != k) std::swap(perm[k], perm[best.pos]);
 
         const int pk = perm[k];
         const E r = E(1) / w(pk, k);
         rowFinal(pk);
-        for (int i = k + 1; i < n; ++i) w(perm[i], k) = w(perm[i], k) * r;
         const bool extended = R.extended == Upd::AllStages || k == 0;
-        for (int i = k + 1; i < n; ++i) {
-            const int pi = perm[i];
-            const E l = w(pi, k);
-            if (extended) {
-                for (int j = k + 1; j < n; ++j)
-                    w(pi, j) = E(Ext(w(pi, j)) - Ext(l) * Ext(w(pk, j)));
-            } else {
-                for (int j = k + 1; j < n; ++j) w(pi, j) = w(pi, j) - l * w(pk, j);
-            }
-        }
+        elim::eliminateColumn<E>(w, perm, k, n, extended, [r](E a) { return a * r; });
     }
     const E last = R.final == Final::FixedLast ? w(n - 1, n - 1) : w(perm[n - 1], n - 1);
     if (!R.passes(std::fabs(last))) return orlStatusSingular;
