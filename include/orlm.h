@@ -1793,6 +1793,24 @@ ORLM_API orlStatus orlmLUBackSubst_mava_64f_L(
     double* const* dst, int dstOffset, int dstStride2,
     int widthHeight, int count);
 
+/* ---- Eigen buffer sizes: bytes of the work buffer of the general eigen families ---- */
+
+ORLM_API orlStatus orlmEigenValuesGetBufSize_32f(
+    int widthHeight,
+    int32_t* bufSize);
+
+ORLM_API orlStatus orlmEigenValuesGetBufSize_64f(
+    int widthHeight,
+    int32_t* bufSize);
+
+ORLM_API orlStatus orlmEigenValuesVectorsGetBufSize_32f(
+    int widthHeight,
+    int32_t* bufSize);
+
+ORLM_API orlStatus orlmEigenValuesVectorsGetBufSize_64f(
+    int widthHeight,
+    int32_t* bufSize);
+
 
 #ifdef __cplusplus
 }
