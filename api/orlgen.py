@@ -13,7 +13,7 @@ import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from grammar import Arg  # noqa: E402
+from grammar import ELEM, Arg  # noqa: E402
 from members import FAMILIES  # noqa: E402
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -57,7 +57,7 @@ def adapters_text(key):
     # share one source file and so one file of adapters.
     for fam, m in ((f, m) for f in built() if f.key == key for m in f.members):
         params = ", ".join(f"{t} {n}" for t, n in m.params())
-        entry = fam.entry.replace("{stem}", m.stem).replace("{shape}", m.shape)
+        entry = fam.entry.replace("{stem}", m.stem).replace("{shape}", m.shape).replace("{elem}", ELEM[m.type])
         call = ",\n        ".join(m.call())
         out.append(f'extern "C" orlStatus {m.name}({params})\n{{\n    return {entry}(\n        {call});\n}}\n')
     return "\n".join(out)

@@ -12,6 +12,9 @@
 //      the other strides (after the offsets, or only when count > 1)
 //                                                     -> orlStatusStride
 // A member's order is a string such as "NCZTO"; the first failing class wins.
+// Where a member tests offsets and strides operand by operand, a T or O is
+// followed by the operand's position among the checked operands: "O0T0O1T1"
+// tests operand 0's offset and strides, then operand 1's.
 // The tests only read the arguments, so evaluating them in any order and
 // reporting the first failure in the member's order is the same thing.
 #pragma once
@@ -80,6 +83,9 @@ inline bool offsetsOk(const Opd<T, K, L>& o)
 struct Checks {
     bool N = true, C = true, Z = true, R = true, T = true, O = true;
     bool S = true;  // only read by orders that name it
+    // The classes T and O of each operand, for orders that name operands.
+    static constexpr int kOperands = 4;
+    bool Ti[kOperands] = {true, true, true, true}, Oi[kOperands] = {true, true, true, true};
 };
 
 constexpr orlStatus statusOf(char cls)
@@ -98,8 +104,13 @@ constexpr orlStatus statusOf(char cls)
 
 inline orlStatus firstFailure(std::string_view order, const Checks& c)
 {
-    for (char cls : order) {
-        const bool ok = cls == 'N' ? c.N : cls == 'C' ? c.C : cls == 'Z' ? c.Z : cls == 'R' ? c.R : cls == 'T' ? c.T : cls == 'O' ? c.O : c.S;
+    for (std::size_t x = 0; x < order.size(); ++x) {
+        const char cls = order[x];
+        bool ok = cls == 'N' ? c.N : cls == 'C' ? c.C : cls == 'Z' ? c.Z : cls == 'R' ? c.R : cls == 'T' ? c.T : cls == 'O' ? c.O : c.S;
+        if (x + 1 < order.size() && order[x + 1] >= '0' && order[x + 1] <= '9') {
+            const int i = order[++x] - '0';
+            ok = i >= Checks::kOperands || (cls == 'T' ? c.Ti[i] : c.Oi[i]);
+        }
         if (!ok) return statusOf(cls);
     }
     return orlStatusOk;
@@ -131,6 +142,8 @@ inline Checks operandChecks(const Ops&... ops)
     c.N = (pointerOk(ops) && ...);
     c.T = (stridesOk(ops) && ...);
     c.O = (offsetsOk(ops) && ...);
+    int i = 0;
+    ((i < Checks::kOperands ? (c.Ti[i] = stridesOk(ops), c.Oi[i] = offsetsOk(ops), ++i) : i), ...);
     return c;
 }
 
