@@ -2,7 +2,8 @@
  * 4x4 transform inside its own record. Once a step it adds a correction to
  * every body's inertia in place, through the three memory layouts that the
  * library offers, solves each body's inertia system for its angular velocity,
- * and then updates a large batch of transforms, which the library spreads
+ * reports the bodies' kinetic energies, moves a body model's points by a
+ * homogeneous pose, and then updates a large batch of transforms, which the library spreads
  * over threads.
  *
  * Build and run: cmake --workflow --preset demo
@@ -77,6 +78,59 @@ static int solve_angular_velocities(const Body* bodies, int count)
     return 0;
 }
 
+/* Kinetic energy of rotation, E = w . (I w) / 2, for every body: the
+ * products I w through orlmMul_mava_32f on the inertia fields where they lie
+ * in the records, the dot products through orlmDotProduct_vava_32f; then the
+ * points of a body model moved by one homogeneous 4x4 pose through
+ * orlmAffineTransform3DH_mva_32f. Both are checked against plain loops. */
+static int energy_and_points(const Body* bodies, int count)
+{
+    enum { MAXB = 16, POINTS = 1000 };
+    float omega[MAXB][3], h[MAXB][3], twice[MAXB];
+    if (count > MAXB) return 1;
+    for (int k = 0; k < count; ++k) {
+        omega[k][0] = 0.5f, omega[k][1] = -0.25f * (float)k, omega[k][2] = 1.0f;
+    }
+    const int s1 = 3 * (int)sizeof(float), s2 = (int)sizeof(float);
+    if (check(orlmMul_mava_32f(&bodies[0].inertia[0][0], (int)sizeof(Body), s1, s2, 3, 3, &omega[0][0], s1, s2, 3,
+                               &h[0][0], s1, s2, count),
+              "orlmMul_mava_32f") ||
+        check(orlmDotProduct_vava_32f(&omega[0][0], s1, s2, &h[0][0], s1, s2, twice, 3, count), "orlmDotProduct_vava_32f"))
+        return 1;
+    double worst = 0;
+    for (int k = 0; k < count; ++k) {
+        double e = 0;
+        for (int i = 0; i < 3; ++i)
+            for (int j = 0; j < 3; ++j) e += (double)omega[k][i] * bodies[k].inertia[i][j] * omega[k][j];
+        const double d = e - (double)twice[k];
+        worst = d < 0 ? (-d > worst ? -d : worst) : (d > worst ? d : worst);
+    }
+    printf("kinetic energy of body 3: %.5f (largest difference from a plain loop over %d bodies: %.1e)\n",
+           0.5 * twice[3], count, worst);
+
+    /* A pose: a quarter turn about z, a shift, and a weak perspective term. */
+    const float pose[4][4] = {{0, -1, 0, 2}, {1, 0, 0, -1}, {0, 0, 1, 0.5f}, {0, 0, 0.01f, 1}};
+    static float model[POINTS][3], moved[POINTS][3];
+    for (int n = 0; n < POINTS; ++n) {
+        model[n][0] = (float)(n % 10), model[n][1] = (float)(n / 10 % 10), model[n][2] = (float)(n / 100);
+    }
+    if (check(orlmAffineTransform3DH_mva_32f(&pose[0][0], 4 * s2, s2, &model[0][0], s1, s2, &moved[0][0], s1, s2, POINTS),
+              "orlmAffineTransform3DH_mva_32f"))
+        return 1;
+    double far = 0;
+    for (int n = 0; n < POINTS; ++n) {
+        const double w = pose[3][2] * model[n][2] + pose[3][3];
+        for (int i = 0; i < 3; ++i) {
+            const double x = (pose[i][0] * model[n][0] + pose[i][1] * model[n][1] + pose[i][2] * model[n][2] + pose[i][3]) / w;
+            const double d = x > moved[n][i] ? x - moved[n][i] : moved[n][i] - x;
+            far = d > far ? d : far;
+        }
+    }
+    printf("point 123 moves to (%.4f, %.4f, %.4f); largest difference from a plain loop over %d points: %.1e\n",
+           moved[123][0], moved[123][1], moved[123][2], POINTS, far);
+    return 0;
+}
+
 int main(void)
 {
     const orlLibVersion* v = orlmGetLibVersion();
@@ -133,6 +187,7 @@ int main(void)
         return 1;
     print_inertia("after Sub_mam_P (all bodies):", &bodies[2]);
     if (solve_angular_velocities(bodies, BODIES)) return 1;
+    if (energy_and_points(bodies, BODIES)) return 1;
 
     /* A large batch: 200000 transforms plus a shared drift, far above the
      * limit at which the work is spread over the threads. */
