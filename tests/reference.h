@@ -143,6 +143,8 @@ inline float dotPath32f(int K, const float* r, const float* x, bool aligned)
     float s = (t[0] + t[2]) + (t[1] + t[3]);
     for (int k = end; k < K; ++k) s = s + r[k] * x[k];
     return s;
+}
+
 // ---- element-wise sums and scaled sums -------------------------------------
 
 // A sum or difference formed in the extended format and rounded once to E.
@@ -222,6 +224,8 @@ template <class E>
 E rsqrtExt(E t)
 {
     return E(Ext(1) / __builtin_sqrtl(Ext(t)));
+}
+
 // ---- determinants and inverses ----------------------------------------------
 
 // Square matrices of order n, row-major.
@@ -327,6 +331,8 @@ int eliminate(Sq<E>& a, int n, std::vector<int>& P, int stages, E tol, bool divi
         prod = piv * prod;
     }
     return stages;
+}
+
 // ---- symmetric eigenproblem of order 2 -------------------------------------
 
 // The closed form of order 2 from a = (0,0), b = (0,1), d = (1,1), in the
