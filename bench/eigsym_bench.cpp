@@ -10,12 +10,11 @@
 // `direct_ns_per_item` and `ratio_direct` against computeDirect.
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <random>
 #include <vector>
 
-#include "orlcore.h"
 #include "orlm.h"
+#include "peers.h"
 
 #ifdef ORLM_HAVE_EIGEN
 #include <Eigen/Eigenvalues>
@@ -73,43 +72,17 @@ void eigen(Problems<E, N>& p)
 template <class E, int N>
 void BM_ValuesVectors(benchmark::State& state)
 {
-    const int saved = threads_omp_of_n_orl;
-    threads_omp_of_n_orl = 1;
     Problems<E, N> p;
-    double ours = 0, theirs = 0, direct = 0;
-    using Clock = std::chrono::steady_clock;
-    for (auto _ : state) {
-        const auto t0 = Clock::now();
-        if (orlm(p) != orlStatusOk) state.SkipWithError("orlm failed");
+    std::vector<bench::Peer> peers;
+#ifdef ORLM_HAVE_EIGEN
+    peers.push_back({"eigen", "", [&] { eigen<false>(p); benchmark::DoNotOptimize(p.eigValues.data()); }});
+    if (N == 3) peers.push_back({"direct", "_direct", [&] { eigen<true>(p); benchmark::DoNotOptimize(p.eigValues.data()); }});
+#endif
+    bench::timeAgainst(state, kCount, [&] {
+        const bool ok = orlm(p) == orlStatusOk;
         benchmark::DoNotOptimize(p.values.data());
-        const auto t1 = Clock::now();
-#ifdef ORLM_HAVE_EIGEN
-        eigen<false>(p);
-        benchmark::DoNotOptimize(p.eigValues.data());
-#endif
-        const auto t2 = Clock::now();
-#ifdef ORLM_HAVE_EIGEN
-        if constexpr (N == 3) {
-            eigen<true>(p);
-            benchmark::DoNotOptimize(p.eigValues.data());
-        }
-#endif
-        const auto t3 = Clock::now();
-        ours += std::chrono::duration<double, std::nano>(t1 - t0).count();
-        theirs += std::chrono::duration<double, std::nano>(t2 - t1).count();
-        direct += std::chrono::duration<double, std::nano>(t3 - t2).count();
-    }
-    threads_omp_of_n_orl = saved;
-    const double items = double(state.iterations()) * kCount;
-    state.counters["ns_per_item"] = ours / items;
-#ifdef ORLM_HAVE_EIGEN
-    state.counters["eigen_ns_per_item"] = theirs / items;
-    state.counters["ratio"] = ours / theirs;
-    if (N == 3) {
-        state.counters["direct_ns_per_item"] = direct / items;
-        state.counters["ratio_direct"] = ours / direct;
-    }
-#endif
+        return ok;
+    }, peers);
 }
 
 BENCHMARK_TEMPLATE(BM_ValuesVectors, float, 3)->Name("EigenValuesVectorsSym/3x3_32f");
