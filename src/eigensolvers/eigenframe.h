@@ -83,8 +83,8 @@ struct FamilyRow {
 };
 
 // clang-format off
-//                                      work      limits, 32f then 64f:                                stride   scratch                check orders of the ma members:
-//   family                             measure k Unit   Any    L Unit L Any  P                        case                            standard      _P                 _L
+//                                 work     limits (32f, then 64f)                                     stride  scratch                check orders of the ma members:
+//   family                        k        Unit   Any    L Unit L Any  P                             case                           standard      _P                 _L
 constexpr FamilyRow kFamilies[] = {
     {Fam::EigenValuesSym,          1, {{20000, 20000, 40000, 20000, 20000, Test::GT},
                                        {20000, 20000, 20000, 20000, 20000, Test::GT}},  true,  Scratch::Square,       {"NZCT0",     "NZCO0T0",         "NZCO0T0"}},
@@ -125,8 +125,8 @@ constexpr std::int32_t scratchBytes(Fam f, int n)
 // ---- checks ----------------------------------------------------------------
 
 // The entry's checks. `plainPointers` is false when the buffer or a value
-// array is NULL; `ops` are the source and then the vector destinations in
-// argument order. `count` is ignored by single members.
+// array is NULL; `dst` are the vector destinations in argument order.
+// `count` is ignored by single members.
 template <Fam F, class S, class... Dst>
 orlStatus check(bool plainPointers, int widthHeight, int count, const S& src, const Dst&... dst)
 {
