@@ -22,6 +22,8 @@
 // which is what a caller sees when a destination overlaps a source.
 #pragma once
 
+#include <xmmintrin.h>
+
 namespace orl {
 
 enum class Num { Packed, Extended, Blocked, Running, ThroughDst };
@@ -70,6 +72,16 @@ inline void productsInto(E& d, int K, const Fa& a, const Fb& b)
     } else {
         d = sumOfProducts<kind, E>(K, a, b);
     }
+}
+
+// ---- processor estimates --------------------------------------------------
+
+// 1/sqrt(s) in single precision: the processor's estimate (about 12 bits)
+// followed by one Newton step y*(s*y*y - 3)*(-0.5).
+inline float rsqrtNewton(float s)
+{
+    const float y = _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(s)));
+    return y * (s * y * y - 3.0f) * -0.5f;
 }
 
 }  // namespace orl
