@@ -17,7 +17,7 @@ TYPES = ["32f", "64f"]
 class Family:
     key: str           # name of the generated adapter file
     title: str         # heading in the public header
-    entry: str         # C++ entry template; {stem} is replaced by the member's stem
+    entry: str         # C++ entry template; {stem} and {elem} are replaced by the member's stem and element type
     built: bool
     members: list = field(default_factory=list)
 

@@ -1793,6 +1793,156 @@ ORLM_API orlStatus orlmLUBackSubst_mava_64f_L(
     double* const* dst, int dstOffset, int dstStride2,
     int widthHeight, int count);
 
+/* ---- Eigen buffer sizes: bytes of the work buffer of the general eigen families ---- */
+
+ORLM_API orlStatus orlmEigenValuesGetBufSize_32f(
+    int widthHeight,
+    int32_t* bufSize);
+
+ORLM_API orlStatus orlmEigenValuesGetBufSize_64f(
+    int widthHeight,
+    int32_t* bufSize);
+
+ORLM_API orlStatus orlmEigenValuesVectorsGetBufSize_32f(
+    int widthHeight,
+    int32_t* bufSize);
+
+ORLM_API orlStatus orlmEigenValuesVectorsGetBufSize_64f(
+    int widthHeight,
+    int32_t* bufSize);
+
+/* ---- Symmetric eigensolver: eigenvalues largest first, and orthonormal eigenvectors ---- */
+
+ORLM_API orlStatus orlmEigenValuesSym_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dstValues,
+    int widthHeight);
+
+ORLM_API orlStatus orlmEigenValuesSym_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* buffer,
+    float* dstValues,
+    int widthHeight);
+
+ORLM_API orlStatus orlmEigenValuesSym_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dstValues,
+    int widthHeight);
+
+ORLM_API orlStatus orlmEigenValuesSym_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* buffer,
+    double* dstValues,
+    int widthHeight);
+
+ORLM_API orlStatus orlmEigenValuesSym_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesSym_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* buffer,
+    float* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesSym_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesSym_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesSym_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* buffer,
+    double* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesSym_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dstVectors, int dstStride1, int dstStride2,
+    float* dstValues,
+    int widthHeight);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* buffer,
+    float* const* dstVectors, int dstOffset,
+    float* dstValues,
+    int widthHeight);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dstVectors, int dstStride1, int dstStride2,
+    double* dstValues,
+    int widthHeight);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* buffer,
+    double* const* dstVectors, int dstOffset,
+    double* dstValues,
+    int widthHeight);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* buffer,
+    float* dstVectors, int dstStride0, int dstStride1, int dstStride2,
+    float* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* buffer,
+    float* const* dstVectors, int dstOffset, int dstStride0,
+    float* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* buffer,
+    float* const* dstVectors, int dstOffset, int dstStride1, int dstStride2,
+    float* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* buffer,
+    double* dstVectors, int dstStride0, int dstStride1, int dstStride2,
+    double* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* buffer,
+    double* const* dstVectors, int dstOffset, int dstStride0,
+    double* dstValues,
+    int widthHeight, int count);
+
+ORLM_API orlStatus orlmEigenValuesVectorsSym_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* buffer,
+    double* const* dstVectors, int dstOffset, int dstStride1, int dstStride2,
+    double* dstValues,
+    int widthHeight, int count);
+
 
 #ifdef __cplusplus
 }

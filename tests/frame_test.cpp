@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "frame/dispatch.h"
+#include "frame/validate.h"
 #include "operands.h"
 #include "orlcore.h"
 #include "orlm.h"
@@ -142,6 +143,31 @@ TEST(Cost, ThirtyTwoBitProductsWrap)
     EXPECT_FALSE(orl::parallelRoute(30000, gt, orl::Lay::L, true));
     EXPECT_TRUE(orl::parallelRoute(30000, gt, orl::Lay::L, false));
     EXPECT_FALSE(orl::parallelRoute(-5, ge, orl::Lay::P, true));
+}
+
+// Orders that test offsets and strides operand by operand: a digit after T
+// or O names the operand, and classes of other operands come between.
+TEST(Checks, OrdersThatNameOperands)
+{
+    struct Row {
+        const char* order;
+        int badStride, badOffset;  // operand with a failing stride or offset, -1 none
+        orlStatus st;
+    };
+    const Row rows[] = {
+        {"NZCO0T0O1O2T1T2", 1, 2, orlStatusOffset},  // right stride, left offset: offsets first
+        {"NZCO0T0O1T1", 1, 2, orlStatusStride},      // no operand 2 in this order
+        {"NZCO0T0O1T1", 0, 1, orlStatusStride},
+        {"NZCO0O1T0T1", 0, 1, orlStatusOffset},
+        {"NZCT", 3, -1, orlStatusStride},            // plain T covers every operand
+        {"NZCO0T0", -1, -1, orlStatusOk},
+    };
+    for (const Row& r : rows) {
+        orl::Checks c;
+        if (r.badStride >= 0) c.T = false, c.Ti[r.badStride] = false;
+        if (r.badOffset >= 0) c.O = false, c.Oi[r.badOffset] = false;
+        EXPECT_EQ(orl::firstFailure(r.order, c), r.st) << r.order;
+    }
 }
 
 TEST(Identity, VersionRecordAndHooks)

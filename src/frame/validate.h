@@ -9,6 +9,9 @@
 //   T  every stride is a positive multiple of E       -> orlStatusStride
 //   O  every offset is a non-negative multiple of E   -> orlStatusOffset
 // A member's order is a string such as "NCZTO"; the first failing class wins.
+// Where a member tests offsets and strides operand by operand, a T or O is
+// followed by the operand's position among the checked operands: "O0T0O1T1"
+// tests operand 0's offset and strides, then operand 1's.
 // The tests only read the arguments, so evaluating them in any order and
 // reporting the first failure in the member's order is the same thing.
 #pragma once
@@ -60,6 +63,9 @@ inline bool offsetsOk(const Opd<T, K, L>& o)
 // The outcome of each class for one call; `order` decides which failure counts.
 struct Checks {
     bool N = true, C = true, Z = true, R = true, T = true, O = true;
+    // The classes T and O of each operand, for orders that name operands.
+    static constexpr int kOperands = 4;
+    bool Ti[kOperands] = {true, true, true, true}, Oi[kOperands] = {true, true, true, true};
 };
 
 constexpr orlStatus statusOf(char cls)
@@ -77,8 +83,13 @@ constexpr orlStatus statusOf(char cls)
 
 inline orlStatus firstFailure(std::string_view order, const Checks& c)
 {
-    for (char cls : order) {
-        const bool ok = cls == 'N' ? c.N : cls == 'C' ? c.C : cls == 'Z' ? c.Z : cls == 'R' ? c.R : cls == 'T' ? c.T : c.O;
+    for (std::size_t x = 0; x < order.size(); ++x) {
+        const char cls = order[x];
+        bool ok = cls == 'N' ? c.N : cls == 'C' ? c.C : cls == 'Z' ? c.Z : cls == 'R' ? c.R : cls == 'T' ? c.T : c.O;
+        if (x + 1 < order.size() && order[x + 1] >= '0' && order[x + 1] <= '9') {
+            const int i = order[++x] - '0';
+            ok = i >= Checks::kOperands || (cls == 'T' ? c.Ti[i] : c.Oi[i]);
+        }
         if (!ok) return statusOf(cls);
     }
     return orlStatusOk;
@@ -110,6 +121,8 @@ inline Checks operandChecks(const Ops&... ops)
     c.N = (pointerOk(ops) && ...);
     c.T = (stridesOk(ops) && ...);
     c.O = (offsetsOk(ops) && ...);
+    int i = 0;
+    ((i < Checks::kOperands ? (c.Ti[i] = stridesOk(ops), c.Oi[i] = offsetsOk(ops), ++i) : i), ...);
     return c;
 }
 

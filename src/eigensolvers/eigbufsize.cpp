@@ -1,0 +1,4 @@
+// Buffer-size queries of the general eigen families.
+#include "eigensolvers/eigenframe.h"
+
+#include "eigbufsize.inc"
