@@ -238,9 +238,6 @@ struct Roots {
 };
 
 template <class E>
-inline bool negative(E x) { return x < E(0); }
-
-template <class E>
 inline bool differInSign(E x, E y) { return (x >= E(0)) != (y >= E(0)); }
 
 // Standardisation of the 2-by-2 block (a b; c d) into upper triangular form
@@ -553,12 +550,13 @@ struct Sol {
 };
 
 // (T(j,j) - (wr + i*wi)) x = scale*b, real when wi = 0 and `cplx` is false.
-// The complex quotient takes the plain formula.
+// The complex quotient takes the plain formula. Real solves scale against
+// the solve limit, complex ones against bignum.
 template <class E, bool cplx>
-Sol<E> solve1(E tjj, E wr, E wi, E br, E bi, E smin)
+Sol<E> solve1(E tjj, E wr, E wi, E br, E bi, E smin, E bignum)
 {
     const E smini = std::max(smin, Mach<E>::sminiFloor);
-    const E bound = cplx ? E(Mach<E>::oneMinusUlp / smallNumber<E>(1)) : Mach<E>::solveLimit;
+    const E bound = cplx ? bignum : Mach<E>::solveLimit;
     Sol<E> s;
     E csr = tjj - wr;
     if constexpr (!cplx) {
@@ -592,10 +590,10 @@ inline constexpr bool kSolSwap[4] = {false, false, true, true};
 // (B - (wr + i*wi)) x = scale*b for the 2-by-2 block B = T(j..j+1, j..j+1),
 // transposed for the left vectors. b[row][0] real, b[row][1] imaginary.
 template <class E, bool cplx>
-Solve solve2(const ColMajor<E>& T, int j, bool trans, E wr, E wi, const E (&b)[2][2], E smin, Sol<E>& s)
+Solve solve2(const ColMajor<E>& T, int j, bool trans, E wr, E wi, const E (&b)[2][2], E smin, E bignum, Sol<E>& s)
 {
     const E smini = std::max(smin, Mach<E>::sminiFloor);
-    const E bound = cplx ? E(Mach<E>::oneMinusUlp / smallNumber<E>(1)) : Mach<E>::solveLimit;
+    const E bound = cplx ? bignum : Mach<E>::solveLimit;
     // Column-major: cr[0] = (1,1), cr[1] = (2,1), cr[2] = (1,2), cr[3] = (2,2).
     E cr[4] = {T(j, j) - wr, trans ? T(j, j + 1) : T(j + 1, j), trans ? T(j + 1, j) : T(j, j + 1), T(j + 1, j + 1) - wr};
     E ci[4] = {-wi, E(0), E(0), -wi};
@@ -785,13 +783,13 @@ Solve rightVectors(const ColMajor<E>& T, const ColMajor<E>& Z, const VecWork<E>&
             const int j1 = blk ? j - 1 : j;
             Sol<E> s;
             if (!blk) {
-                s = pair ? solve1<E, true>(T(j, j), wr, wi, X[j - 1], Y[j - 1], smin)
-                         : solve1<E, false>(T(j, j), wr, E(0), X[j - 1], E(0), smin);
+                s = pair ? solve1<E, true>(T(j, j), wr, wi, X[j - 1], Y[j - 1], smin, bignum)
+                         : solve1<E, false>(T(j, j), wr, E(0), X[j - 1], E(0), smin, bignum);
                 guardGrowth(s, w.colSum[j - 1], bignum, 1, pair);
             } else {
                 const E b[2][2] = {{X[j - 2], pair ? Y[j - 2] : E(0)}, {X[j - 1], pair ? Y[j - 1] : E(0)}};
-                const Solve r = pair ? solve2<E, true>(T, j - 1, false, wr, wi, b, smin, s)
-                                     : solve2<E, false>(T, j - 1, false, wr, E(0), b, smin, s);
+                const Solve r = pair ? solve2<E, true>(T, j - 1, false, wr, wi, b, smin, bignum, s)
+                                     : solve2<E, false>(T, j - 1, false, wr, E(0), b, smin, bignum, s);
                 if (r != Solve::Done) return r;
                 guardGrowth(s, std::max(w.colSum[j - 2], w.colSum[j - 1]), bignum, 2, pair);
             }
@@ -884,11 +882,11 @@ Solve leftVectors(const ColMajor<E>& T, const ColMajor<E>& V, const VecWork<E>& 
             }
             Sol<E> s;
             if (!blk) {
-                s = pair ? solve1<E, true>(T(j, j), wr, -wi, b[0][0], b[0][1], smin)
-                         : solve1<E, false>(T(j, j), wr, E(0), b[0][0], E(0), smin);
+                s = pair ? solve1<E, true>(T(j, j), wr, -wi, b[0][0], b[0][1], smin, bignum)
+                         : solve1<E, false>(T(j, j), wr, E(0), b[0][0], E(0), smin, bignum);
             } else {
-                const Solve r = pair ? solve2<E, true>(T, j, true, wr, -wi, b, smin, s)
-                                     : solve2<E, false>(T, j, true, wr, E(0), b, smin, s);
+                const Solve r = pair ? solve2<E, true>(T, j, true, wr, -wi, b, smin, bignum, s)
+                                     : solve2<E, false>(T, j, true, wr, E(0), b, smin, bignum, s);
                 if (r != Solve::Done) return r;
             }
             if (std::fabs(s.scale - E(1)) > safmin) {
