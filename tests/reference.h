@@ -167,6 +167,62 @@ std::array<std::complex<E>, 2> standardisedRoots(E a, E b, E c, E d)
     return out;
 }
 
+// ---- symmetric eigenproblem of order 2 -------------------------------------
+
+// The closed form of order 2 from a = (0,0), b = (0,1), d = (1,1), in the
+// arithmetic type A: the values in their unsorted order and the vectors by
+// the single-matrix formula or the array formula. `rootsInDouble` forms
+// sqrt(u*u + 1) in double; `testEps` is the bound of the singularity test.
+template <class A>
+struct SymOrder2 {
+    bool singular;
+    A l0, l1;
+    A q[2][2];  // q[r][c]: component r of vector c
+};
+
+template <class A, bool rootsInDouble>
+SymOrder2<A> symOrder2(A a, A b, A d, A eps, A testEps, bool arrayForm)
+{
+    SymOrder2<A> o{};
+    const A D = a * d - b * b;
+    if (testEps >= std::fabs(D)) return o.singular = true, o;
+    const A t = a - d, s = a + d, b2 = 2 * b, r = std::sqrt(t * t + b2 * b2);
+    int g = +1;
+    if (s > eps) {
+        o.l0 = (s + r) * A(0.5);
+        o.l1 = (a * d - b * b) / o.l0;
+    } else if (s >= -eps) {
+        o.l0 = A(0.5) * r;
+        o.l1 = A(-0.5) * r;
+    } else {
+        o.l0 = A(0.5) * (s - r);
+        o.l1 = (a * d - b * b) / o.l0;
+        g = -1;
+    }
+    const auto root = [](A u) { return rootsInDouble ? A(std::sqrt(double(u) * double(u) + 1.0)) : std::sqrt(u * u + 1); };
+    const int h = arrayForm || t >= -eps ? +1 : -1;
+    const A c = h == +1 ? t + r : t - r;
+    A cs, sn;
+    if (std::fabs(c) > (arrayForm ? A(0) : std::fabs(b2))) {
+        const A u = -b2 / c;
+        cs = 1 / root(u), sn = u * cs;
+    } else if (eps >= std::fabs(b2)) {
+        sn = 1, cs = 0;
+    } else {
+        const A u = -c / b2;
+        sn = 1 / root(u), cs = u * sn;
+    }
+    A p, q;
+    if (arrayForm)
+        p = g == +1 ? -cs : sn, q = g == +1 ? sn : cs;
+    else if (g != h)
+        p = sn, q = cs;
+    else
+        p = -cs, q = sn;
+    o.q[0][0] = p, o.q[1][0] = q, o.q[0][1] = -q, o.q[1][1] = p;
+    return o;
+}
+
 // ---- bits -----------------------------------------------------------------
 
 template <class E>
