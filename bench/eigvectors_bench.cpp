@@ -9,13 +9,12 @@
 // Counters: `ns_per_item` (orlm), `eigen_ns_per_item`, `ratio` = orlm / Eigen.
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstdint>
 #include <random>
 #include <vector>
 
-#include "orlcore.h"
 #include "orlm.h"
+#include "peers.h"
 
 #ifdef ORLM_HAVE_EIGEN
 #include <Eigen/Eigenvalues>
@@ -82,30 +81,16 @@ void eigen(Problems<E, N>& p, bool vectors)
 template <class E, int N, bool vectors>
 void BM_Eigen(benchmark::State& state)
 {
-    const int saved = threads_omp_of_n_orl;
-    threads_omp_of_n_orl = 1;
     Problems<E, N> p;
-    double ours = 0, theirs = 0;
-    using Clock = std::chrono::steady_clock;
-    for (auto _ : state) {
-        const auto t0 = Clock::now();
-        benchmark::DoNotOptimize(vectors ? right(p) : values(p));
+    std::vector<bench::Peer> peers;
+#ifdef ORLM_HAVE_EIGEN
+    peers.push_back({"eigen", "", [&] { eigen(p, vectors); }});
+#endif
+    bench::timeAgainst(state, kCount, [&] {
+        const bool ok = (vectors ? right(p) : values(p)) == orlStatusOk;
         benchmark::DoNotOptimize(p.re.data());
-        const auto t1 = Clock::now();
-#ifdef ORLM_HAVE_EIGEN
-        eigen(p, vectors);
-#endif
-        const auto t2 = Clock::now();
-        ours += std::chrono::duration<double, std::nano>(t1 - t0).count();
-        theirs += std::chrono::duration<double, std::nano>(t2 - t1).count();
-    }
-    threads_omp_of_n_orl = saved;
-    const double items = double(state.iterations()) * kCount;
-    state.counters["ns_per_item"] = ours / items;
-#ifdef ORLM_HAVE_EIGEN
-    state.counters["eigen_ns_per_item"] = theirs / items;
-    state.counters["ratio"] = ours / theirs;
-#endif
+        return ok;
+    }, peers);
 }
 
 BENCHMARK_TEMPLATE(BM_Eigen, double, 4, false)->Name("EigenValues/4x4_64f");

@@ -2,7 +2,8 @@
  * 4x4 transform inside its own record. Once a step it adds a correction to
  * every body's inertia in place, through the three memory layouts that the
  * library offers, and then updates a large batch of transforms, which the
- * library spreads over threads.
+ * library spreads over threads. Last, it finds each body's principal axes
+ * and moments of inertia, written into the records beside the inertia.
  *
  * Build and run: cmake --workflow --preset demo
  */
@@ -18,6 +19,7 @@ typedef struct Body {
     float mass;
     float inertia[3][3];   /* the field addressed as a matrix */
     double transform[4][4];
+    float axes[3][3];      /* principal axes, one a column */
     char name[12];
 } Body;
 
@@ -36,6 +38,34 @@ static int check(orlStatus st, const char* what)
         printf("%s failed with status %d\n", what, (int)st);
         return 1;
     }
+    return 0;
+}
+
+/* Principal axes and moments of every body's inertia tensor: the symmetric
+ * eigenproblem solved on the records where they lie. The axes (eigenvectors,
+ * one a column) go into each record's own field; the moments (eigenvalues,
+ * largest first, three for each body) into a plain array. */
+static int principal_axes(Body* bodies, int count)
+{
+    const int stride0 = (int)sizeof(Body), stride1 = 3 * (int)sizeof(float), stride2 = (int)sizeof(float);
+    float buffer[9];
+    float* moments = malloc(sizeof(float) * 3 * (size_t)count);
+    if (!moments) return 1;
+    const orlStatus st = orlmEigenValuesVectorsSym_ma_32f(&bodies[0].inertia[0][0], stride0, stride1, stride2, buffer,
+                                                          &bodies[0].axes[0][0], stride0, stride1, stride2, moments,
+                                                          3, count);
+    if (check(st, "orlmEigenValuesVectorsSym_ma_32f")) {
+        free(moments);
+        return 1;
+    }
+    const int show[3] = {0, 2, 5};
+    for (int n = 0; n < 3; ++n) {
+        const Body* b = &bodies[show[n]];
+        const float* m = moments + 3 * show[n];
+        printf("body %d principal moments %6.3f %6.3f %6.3f, major axis (%6.3f %6.3f %6.3f)\n", b->id, m[0], m[1],
+               m[2], b->axes[0][0], b->axes[1][0], b->axes[2][0]);
+    }
+    free(moments);
     return 0;
 }
 
@@ -94,6 +124,7 @@ int main(void)
               "orlmSub_mam_32f_P"))
         return 1;
     print_inertia("after Sub_mam_P (all bodies):", &bodies[2]);
+    if (principal_axes(bodies, BODIES)) return 1;
 
     /* A large batch: 200000 transforms plus a shared drift, far above the
      * limit at which the work is spread over the threads. */

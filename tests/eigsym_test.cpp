@@ -36,27 +36,6 @@ constexpr double kUntouched = -777.25;  // outputs before a call; exact in both 
 
 // ---- one member, its operands and its call --------------------------------
 
-#define ORLM_PICK(stem, shape, suffix)               \
-    if constexpr (sizeof(E) == 4)                    \
-        return &orlm##stem##_##shape##_32f##suffix;  \
-    else                                             \
-        return &orlm##stem##_##shape##_64f##suffix;
-
-template <class E, K k, L l, bool V>
-constexpr auto member()
-{
-    if constexpr (!V && k == K::m && l == L::Std) { ORLM_PICK(EigenValuesSym, m, ) }
-    else if constexpr (!V && k == K::m) { ORLM_PICK(EigenValuesSym, m, _P) }
-    else if constexpr (!V && l == L::Std) { ORLM_PICK(EigenValuesSym, ma, ) }
-    else if constexpr (!V && l == L::P) { ORLM_PICK(EigenValuesSym, ma, _P) }
-    else if constexpr (!V) { ORLM_PICK(EigenValuesSym, ma, _L) }
-    else if constexpr (k == K::m && l == L::Std) { ORLM_PICK(EigenValuesVectorsSym, m, ) }
-    else if constexpr (k == K::m) { ORLM_PICK(EigenValuesVectorsSym, m, _P) }
-    else if constexpr (l == L::Std) { ORLM_PICK(EigenValuesVectorsSym, ma, ) }
-    else if constexpr (l == L::P) { ORLM_PICK(EigenValuesVectorsSym, ma, _P) }
-    else { ORLM_PICK(EigenValuesVectorsSym, ma, _L) }
-}
-
 // Arguments that a check case spoils; kKeep leaves one as the operand has it.
 constexpr std::ptrdiff_t kKeep = 1 << 30;
 struct Spoil {
@@ -67,127 +46,98 @@ struct Spoil {
     std::ptrdiff_t vecS0 = kKeep, vecS1 = kKeep, vecS2 = kKeep, vecOff = kKeep;
 };
 
-inline void set(std::ptrdiff_t& field, std::ptrdiff_t v)
+// Whether the outputs (values and vectors) and the buffer still hold kUntouched.
+struct Untouched {
+    bool outputs = true, buffer = true;
+};
+
+// A member chosen at run time: the same cases through every member. `run`
+// lays out `items` (order n) in the member's layout with every output set to
+// kUntouched, calls it with the spoiled arguments and reads the outputs back.
+using Run = std::function<orlStatus(int n, const std::vector<Dense>& items, const Spoil&, Dense& vals,
+                                    std::vector<Dense>& vecs, Untouched&)>;
+struct Member {
+    std::string name;
+    bool f32, array, vectors;
+    L lay;
+    Run run;
+};
+
+template <class E, K k, L l, bool V, class Fn>
+Member makeMember(const char* name, Fn fn)
 {
-    if (v != kKeep) field = v;
-}
-
-// The operands of one call of member (E, k, l, V): `count` matrices of order
-// n filled from `items`, the buffer, the value output and the vectors, all
-// outputs set to kUntouched first.
-template <class E, K k, L l, bool V>
-struct Call {
-    int n, count;
-    Mat<E, k, l> src;
-    Mat<E, k, l, true> vec;
-    std::vector<E> buf, vals;
-
-    Call(int order, const std::vector<Dense>& items, Strides st = Strides::Unit)
-        : n(order), count(int(items.size())), src(n, n, count, st, 3), vec(n, n, count, st, 4),
-          buf(size_t(n * n), E(kUntouched)), vals(size_t(n * count), E(kUntouched))
-    {
+    const auto run = [fn](int n, const std::vector<Dense>& items, const Spoil& sp, Dense& vals, std::vector<Dense>& vecs,
+                          Untouched& untouched) {
+        const int count = int(items.size());
+        const Strides st = sp.wide ? Strides::Wide : Strides::Unit;
+        Mat<E, k, l> src(n, n, count, st, 3);
+        Mat<E, k, l, true> vec(n, n, count, st, 4);
+        std::vector<E> buf(size_t(n * n), E(kUntouched)), out(size_t(n * count), E(kUntouched));
         src.fill([&](int kk, int i, int j) { return E(items[kk][i * n + j]); });
         vec.fill([](int, int, int) { return E(kUntouched); });
-    }
-
-    orlStatus operator()(const Spoil& sp = {})
-    {
-        const auto keptSrc = std::make_tuple(src.s0, src.s1, src.s2, src.off);
-        const auto keptVec = std::make_tuple(vec.s0, vec.s1, vec.s2, vec.off);
+        // The call sees the spoiled strides and offsets; the outputs are read with the operands' own.
+        const auto kept = std::make_tuple(src.s0, src.s1, src.s2, src.off, vec.s0, vec.s1, vec.s2, vec.off);
+        const auto set = [](std::ptrdiff_t& f, std::ptrdiff_t v) { f = v == kKeep ? f : v; };
         set(src.s0, sp.srcS0), set(src.s1, sp.srcS1), set(src.s2, sp.srcS2), set(src.off, sp.srcOff);
         set(vec.s0, sp.vecS0), set(vec.s1, sp.vecS1), set(vec.s2, sp.vecS2), set(vec.off, sp.vecOff);
-        auto s = src.args();
-        auto v = vec.args();
-        if (sp.nullSrc) std::get<0>(s) = nullptr;
-        if (sp.nullVec) std::get<0>(v) = nullptr;
+        auto sa = src.args();
+        auto va = vec.args();
+        std::tie(src.s0, src.s1, src.s2, src.off, vec.s0, vec.s1, vec.s2, vec.off) = kept;
+        if (sp.nullSrc) std::get<0>(sa) = nullptr;
+        if (sp.nullVec) std::get<0>(va) = nullptr;
         E* b = sp.nullBuf ? nullptr : buf.data();
-        E* w = sp.nullVals ? nullptr : vals.data();
+        E* w = sp.nullVals ? nullptr : out.data();
         const int nn = sp.n ? sp.n : n, cc = sp.count ? sp.count : count;
         const auto mid = [&] {
-            if constexpr (V) return std::tuple_cat(std::make_tuple(b), v, std::make_tuple(w));
+            if constexpr (V) return std::tuple_cat(std::make_tuple(b), va, std::make_tuple(w));
             else return std::make_tuple(b, w);
         }();
         const auto sizes = [&] {
             if constexpr (t::arr(k)) return std::make_tuple(nn, cc);
             else return std::make_tuple(nn);
         }();
-        const orlStatus st = std::apply(member<E, k, l, V>(), std::tuple_cat(s, mid, sizes));
-        std::tie(src.s0, src.s1, src.s2, src.off) = keptSrc;  // read the outputs where they are
-        std::tie(vec.s0, vec.s1, vec.s2, vec.off) = keptVec;
-        return st;
-    }
+        const orlStatus status = std::apply(fn, std::tuple_cat(sa, mid, sizes));
 
-    double value(int kk, int i) { return double(vals[size_t(kk * n + i)]); }
-    double vector(int kk, int r, int c) { return double(vec(kk, r, c)); }
-    bool untouched(int kk)
-    {
-        for (int i = 0; i < n; ++i)
-            if (value(kk, i) != kUntouched || (V && vector(kk, i, 0) != kUntouched)) return false;
-        return true;
-    }
-};
-
-// Whether the outputs (values and vectors) and the buffer still hold kUntouched.
-struct Untouched {
-    bool outputs = true, buffer = true;
-};
-
-// A member chosen at run time: the same cases through every member.
-struct Member {
-    std::string name;
-    bool f32, array, vectors;
-    L lay;
-    // Runs the member on `items` with optional spoiling; gives the outputs back.
-    std::function<orlStatus(int n, const std::vector<Dense>&, const Spoil&, Dense& vals, std::vector<Dense>& vecs,
-                            struct Untouched& untouched)>
-        run;
-};
-
-template <class E, K k, L l, bool V>
-Member makeMember(const char* name)
-{
-    Member m{name, sizeof(E) == 4, t::arr(k), V, l, {}};
-    m.run = [](int n, const std::vector<Dense>& items, const Spoil& sp, Dense& vals, std::vector<Dense>& vecs,
-               Untouched& untouched) {
-        Call<E, k, l, V> c(n, items, sp.wide ? Strides::Wide : Strides::Unit);
-        const orlStatus st = c(sp);
-        vals.assign(c.vals.begin(), c.vals.end());
-        vecs.assign(items.size(), Dense(size_t(n * n)));
+        vals.assign(out.begin(), out.end());
+        vecs.assign(size_t(count), Dense(size_t(n * n), 0.0));
         untouched = {};
-        for (int kk = 0; kk < c.count; ++kk) {
-            untouched.outputs = untouched.outputs && c.untouched(kk);
-            for (int i = 0; i < n; ++i)
-                for (int j = 0; j < n; ++j) vecs[kk][i * n + j] = V ? c.vector(kk, i, j) : 0.0;
-        }
-        for (E x : c.buf) untouched.buffer = untouched.buffer && double(x) == kUntouched;
-        return st;
+        for (double x : vals) untouched.outputs = untouched.outputs && x == kUntouched;
+        for (int kk = 0; V && kk < count; ++kk)
+            for (int i = 0; i < n * n; ++i) {
+                vecs[kk][i] = vec(kk, i / n, i % n);
+                untouched.outputs = untouched.outputs && vecs[kk][i] == kUntouched;
+            }
+        for (E x : buf) untouched.buffer = untouched.buffer && x == E(kUntouched);
+        return status;
     };
-    return m;
+    return {name, sizeof(E) == 4, t::arr(k), V, l, run};
 }
+
+#define MEMBER(E, k, l, V, name) makeMember<E, K::k, L::l, V>(#name, &orlm##name)
 
 const std::vector<Member>& members()
 {
     static const std::vector<Member> all = {
-        makeMember<float, K::m, L::Std, false>("ValuesSym_m_32f"),
-        makeMember<float, K::m, L::P, false>("ValuesSym_m_32f_P"),
-        makeMember<float, K::ma, L::Std, false>("ValuesSym_ma_32f"),
-        makeMember<float, K::ma, L::P, false>("ValuesSym_ma_32f_P"),
-        makeMember<float, K::ma, L::L, false>("ValuesSym_ma_32f_L"),
-        makeMember<double, K::m, L::Std, false>("ValuesSym_m_64f"),
-        makeMember<double, K::m, L::P, false>("ValuesSym_m_64f_P"),
-        makeMember<double, K::ma, L::Std, false>("ValuesSym_ma_64f"),
-        makeMember<double, K::ma, L::P, false>("ValuesSym_ma_64f_P"),
-        makeMember<double, K::ma, L::L, false>("ValuesSym_ma_64f_L"),
-        makeMember<float, K::m, L::Std, true>("ValuesVectorsSym_m_32f"),
-        makeMember<float, K::m, L::P, true>("ValuesVectorsSym_m_32f_P"),
-        makeMember<float, K::ma, L::Std, true>("ValuesVectorsSym_ma_32f"),
-        makeMember<float, K::ma, L::P, true>("ValuesVectorsSym_ma_32f_P"),
-        makeMember<float, K::ma, L::L, true>("ValuesVectorsSym_ma_32f_L"),
-        makeMember<double, K::m, L::Std, true>("ValuesVectorsSym_m_64f"),
-        makeMember<double, K::m, L::P, true>("ValuesVectorsSym_m_64f_P"),
-        makeMember<double, K::ma, L::Std, true>("ValuesVectorsSym_ma_64f"),
-        makeMember<double, K::ma, L::P, true>("ValuesVectorsSym_ma_64f_P"),
-        makeMember<double, K::ma, L::L, true>("ValuesVectorsSym_ma_64f_L"),
+        MEMBER(float, m, Std, false, EigenValuesSym_m_32f),
+        MEMBER(float, m, P, false, EigenValuesSym_m_32f_P),
+        MEMBER(float, ma, Std, false, EigenValuesSym_ma_32f),
+        MEMBER(float, ma, P, false, EigenValuesSym_ma_32f_P),
+        MEMBER(float, ma, L, false, EigenValuesSym_ma_32f_L),
+        MEMBER(double, m, Std, false, EigenValuesSym_m_64f),
+        MEMBER(double, m, P, false, EigenValuesSym_m_64f_P),
+        MEMBER(double, ma, Std, false, EigenValuesSym_ma_64f),
+        MEMBER(double, ma, P, false, EigenValuesSym_ma_64f_P),
+        MEMBER(double, ma, L, false, EigenValuesSym_ma_64f_L),
+        MEMBER(float, m, Std, true, EigenValuesVectorsSym_m_32f),
+        MEMBER(float, m, P, true, EigenValuesVectorsSym_m_32f_P),
+        MEMBER(float, ma, Std, true, EigenValuesVectorsSym_ma_32f),
+        MEMBER(float, ma, P, true, EigenValuesVectorsSym_ma_32f_P),
+        MEMBER(float, ma, L, true, EigenValuesVectorsSym_ma_32f_L),
+        MEMBER(double, m, Std, true, EigenValuesVectorsSym_m_64f),
+        MEMBER(double, m, P, true, EigenValuesVectorsSym_m_64f_P),
+        MEMBER(double, ma, Std, true, EigenValuesVectorsSym_ma_64f),
+        MEMBER(double, ma, P, true, EigenValuesVectorsSym_ma_64f_P),
+        MEMBER(double, ma, L, true, EigenValuesVectorsSym_ma_64f_L),
     };
     return all;
 }
@@ -452,10 +402,10 @@ TEST(EigSym, KernelDepartures)
     };
     Dense v1, v2, q1, q2;
     const Dense small = diag({1e-4, 1e-4, 1});  // eigenvalue product 1e-8
-    EXPECT_EQ(run("ValuesVectorsSym_ma_64f", small, false, v1, q1), orlStatusSingular);
-    EXPECT_EQ(run("ValuesVectorsSym_ma_64f_P", small, true, v1, q1), orlStatusSingular);
-    EXPECT_EQ(run("ValuesVectorsSym_m_64f", small, false, v1, q1), orlStatusOk);
-    EXPECT_EQ(run("ValuesSym_ma_64f", small, false, v1, q1), orlStatusOk);
+    EXPECT_EQ(run("EigenValuesVectorsSym_ma_64f", small, false, v1, q1), orlStatusSingular);
+    EXPECT_EQ(run("EigenValuesVectorsSym_ma_64f_P", small, true, v1, q1), orlStatusSingular);
+    EXPECT_EQ(run("EigenValuesVectorsSym_m_64f", small, false, v1, q1), orlStatusOk);
+    EXPECT_EQ(run("EigenValuesSym_ma_64f", small, false, v1, q1), orlStatusOk);
 
     struct Pair {
         const char* member;
@@ -464,10 +414,10 @@ TEST(EigSym, KernelDepartures)
     const Pair pairs[] = {
         // alpha = 2^-30 is above 2^-52 but not above eps: only the 32f _L
         // kernel takes it as positive in the reduction.
-        {"ValuesVectorsSym_ma_32f_L", {1, 0x1p-30, 1, 0x1p-30, 2, 0, 1, 0, 3}},
+        {"EigenValuesVectorsSym_ma_32f_L", {1, 0x1p-30, 1, 0x1p-30, 2, 0, 1, 0, 3}},
         // Top-down sweep with a shift g of exactly 2^-23: the 32f _S2 kernel
         // takes it as positive, the others not.
-        {"ValuesVectorsSym_m_32f", {1, 1, 0, 1, 1 + 0x1p-22, 1, 0, 1, 5}},
+        {"EigenValuesVectorsSym_m_32f", {1, 1, 0, 1, 1 + 0x1p-22, 1, 0, 1, 5}},
     };
     for (const Pair& p : pairs) {
         ASSERT_EQ(run(p.member, p.a, false, v1, q1), orlStatusOk) << p.member;
@@ -517,7 +467,7 @@ TEST(EigSym, LayoutsAndStridesGiveThePlainBits)
     for (int n = 1; n <= 7; ++n) {
         const std::vector<Dense> items = {randomSymmetric(n, rng), randomSymmetric(n, rng), randomSymmetric(n, rng)};
         for (const Member& m : members()) {
-            const std::string base = (m.vectors ? std::string("ValuesVectorsSym_") : std::string("ValuesSym_")) +
+            const std::string base = (m.vectors ? std::string("EigenValuesVectorsSym_") : std::string("EigenValuesSym_")) +
                                      (m.array || !m.vectors ? "ma_" : "m_") + (m.f32 ? "32f" : "64f");
             for (bool wide : {false, true}) {
                 if (wide && m.lay == L::P) continue;
@@ -549,13 +499,13 @@ TEST(EigSym, ArraysRoutesAndThreads)
         int stopsAt, resumesAt;         // untouched items: [stopsAt, resumesAt)
     };
     const Row rows[] = {
-        {"ValuesVectorsSym_ma_64f", 3, 5, 1, 2, 0, 3, 5},
-        {"ValuesSym_ma_32f_L", 3, 5, 4, 2, 0, 3, 5},             // work 60: under the limit
-        {"ValuesVectorsSym_ma_64f", 3, 100, 2, 10, 1, 11, 50},   // work 2100 > 1700
-        {"ValuesVectorsSym_ma_32f_P", 3, 100, 3, 40, 1, 41, 67},
-        {"ValuesSym_ma_32f", 3, 1700, 2, 10, 1, 11, 850},        // work 20400 > 20000
-        {"ValuesSym_ma_64f_L", 4, 1001, 4, -1, 1, 0, 0},         // work 20020
-        {"ValuesVectorsSym_ma_32f", 20, 3, 4, -1, 0, 0, 0},      // over the limit, count < threads
+        {"EigenValuesVectorsSym_ma_64f", 3, 5, 1, 2, 0, 3, 5},
+        {"EigenValuesSym_ma_32f_L", 3, 5, 4, 2, 0, 3, 5},             // work 60: under the limit
+        {"EigenValuesVectorsSym_ma_64f", 3, 100, 2, 10, 1, 11, 50},   // work 2100 > 1700
+        {"EigenValuesVectorsSym_ma_32f_P", 3, 100, 3, 40, 1, 41, 67},
+        {"EigenValuesSym_ma_32f", 3, 1700, 2, 10, 1, 11, 850},        // work 20400 > 20000
+        {"EigenValuesSym_ma_64f_L", 4, 1001, 4, -1, 1, 0, 0},         // work 20020
+        {"EigenValuesVectorsSym_ma_32f", 20, 3, 4, -1, 0, 0, 0},      // over the limit, count < threads
     };
     for (const Row& r : rows) {
         const Member& m = named(r.member);
