@@ -456,6 +456,21 @@ TEST(EigenFailures, SmallBlockAndSilentStop)
     }
 }
 
+// NaN and infinite elements end within the iteration budget in a status or
+// a result, in every family.
+TEST(EigenFailures, NonFiniteElementsEnd)
+{
+    for (double bad : {kNaN, double(INFINITY), -double(INFINITY), 1e308}) {
+        for (int at : {0, 7, 24}) {
+            Item a = randomItems(5, 1, 3)[0];
+            a[at] = bad;
+            for (orlStatus st : {solve<G::Values, double>({a}, 5).st, solve<G::Both, double>({a}, 5).st,
+                                 solve<G::Values, float>({a}, 5).st, solve<G::Both, float>({a}, 5).st})
+                EXPECT_TRUE(st == orlStatusOk || st == orlStatusNoConvergence || st == orlStatusSmallBlock) << st;
+        }
+    }
+}
+
 // Arrays stop at the first failing matrix: earlier ones complete, later ones
 // untouched; the silent stop ends the array too, with orlStatusOk.
 TEST(EigenFailures, ArraysStopAtFirstFailure)
