@@ -2925,6 +2925,330 @@ ORLM_API orlStatus orlmEigenValuesVectorsSym_ma_64f_L(
     double* dstValues,
     int widthHeight, int count);
 
+/* ---- General eigenvalues: dstValuesRe + i*dstValuesIm, in the order of the real Schur form ---- */
+
+ORLM_API orlStatus orlmEigenValues_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValues_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValues_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValues_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValues_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValues_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValues_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValues_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValues_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValues_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+/* ---- General eigenvectors: right, left or both, with the eigenvalues ---- */
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* dstVectors, int dstStride1, int dstStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* const* dstVectors, int dstOffset,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* dstVectors, int dstStride1, int dstStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* const* dstVectors, int dstOffset,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* dstVectors, int dstStride0, int dstStride1, int dstStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* const* dstVectors, int dstOffset, int dstStride0,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* const* dstVectors, int dstOffset, int dstStride1, int dstStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* dstVectors, int dstStride0, int dstStride1, int dstStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* const* dstVectors, int dstOffset, int dstStride0,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsRight_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* const* dstVectors, int dstOffset, int dstStride1, int dstStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* dstVectors, int dstStride1, int dstStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* const* dstVectors, int dstOffset,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* dstVectors, int dstStride1, int dstStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* const* dstVectors, int dstOffset,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* dstVectors, int dstStride0, int dstStride1, int dstStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* const* dstVectors, int dstOffset, int dstStride0,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* const* dstVectors, int dstOffset, int dstStride1, int dstStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* dstVectors, int dstStride0, int dstStride1, int dstStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* const* dstVectors, int dstOffset, int dstStride0,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectorsLeft_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* const* dstVectors, int dstOffset, int dstStride1, int dstStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_m_32f(
+    const float* src, int srcStride1, int srcStride2,
+    float* dstVectorsRight, int rightStride1, int rightStride2,
+    float* dstVectorsLeft, int leftStride1, int leftStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_m_32f_P(
+    const float* const* src, int srcOffset,
+    float* const* dstVectorsRight, int rightOffset,
+    float* const* dstVectorsLeft, int leftOffset,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_m_64f(
+    const double* src, int srcStride1, int srcStride2,
+    double* dstVectorsRight, int rightStride1, int rightStride2,
+    double* dstVectorsLeft, int leftStride1, int leftStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_m_64f_P(
+    const double* const* src, int srcOffset,
+    double* const* dstVectorsRight, int rightOffset,
+    double* const* dstVectorsLeft, int leftOffset,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_ma_32f(
+    const float* src, int srcStride0, int srcStride1, int srcStride2,
+    float* dstVectorsRight, int rightStride0, int rightStride1, int rightStride2,
+    float* dstVectorsLeft, int leftStride0, int leftStride1, int leftStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_ma_32f_P(
+    const float* const* src, int srcOffset, int srcStride0,
+    float* const* dstVectorsRight, int rightOffset, int rightStride0,
+    float* const* dstVectorsLeft, int leftOffset, int leftStride0,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_ma_32f_L(
+    const float* const* src, int srcOffset, int srcStride1, int srcStride2,
+    float* const* dstVectorsRight, int rightOffset, int rightStride1, int rightStride2,
+    float* const* dstVectorsLeft, int leftOffset, int leftStride1, int leftStride2,
+    float* dstValuesRe,
+    float* dstValuesIm,
+    int widthHeight, int count,
+    float* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_ma_64f(
+    const double* src, int srcStride0, int srcStride1, int srcStride2,
+    double* dstVectorsRight, int rightStride0, int rightStride1, int rightStride2,
+    double* dstVectorsLeft, int leftStride0, int leftStride1, int leftStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_ma_64f_P(
+    const double* const* src, int srcOffset, int srcStride0,
+    double* const* dstVectorsRight, int rightOffset, int rightStride0,
+    double* const* dstVectorsLeft, int leftOffset, int leftStride0,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
+ORLM_API orlStatus orlmEigenValuesVectors_ma_64f_L(
+    const double* const* src, int srcOffset, int srcStride1, int srcStride2,
+    double* const* dstVectorsRight, int rightOffset, int rightStride1, int rightStride2,
+    double* const* dstVectorsLeft, int leftOffset, int leftStride1, int leftStride2,
+    double* dstValuesRe,
+    double* dstValuesIm,
+    int widthHeight, int count,
+    double* buffer);
+
 /* ---- Extract: the logical elements of an operand packed into dst ---- */
 
 ORLM_API orlStatus orlmExtract_m_32f(

@@ -8,7 +8,10 @@
 #pragma once
 
 #include <cstdint>
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <complex>
 #include <cstring>
 #include <string_view>
 #include <vector>
@@ -331,6 +334,78 @@ int eliminate(Sq<E>& a, int n, std::vector<int>& P, int stages, E tol, bool divi
         prod = piv * prod;
     }
     return stages;
+}
+
+// ---- general eigenproblems ------------------------------------------------
+
+// Largest |(M v)_r - lambda v_r| over the rows for a real n-by-n matrix
+// m(r, c) and a complex vector v(r).
+template <class M, class V>
+double eigenResidual(int n, M m, std::complex<double> lambda, V v)
+{
+    double worst = 0;
+    for (int r = 0; r < n; ++r) {
+        std::complex<double> s = 0;
+        for (int c = 0; c < n; ++c) s += m(r, c) * v(c);
+        worst = std::max(worst, std::abs(s - lambda * v(r)));
+    }
+    return worst;
+}
+
+// The two eigenvalues that the general eigenvalue family reads off an
+// unsplit 2-by-2 block (a b; c d) of its working matrix, transcribed from the
+// steps of the standardisation: exact-zero tests against the safe minimum,
+// equal diagonals always a complex pair, the rotation to equal diagonals
+// with the offset q of the unrotated block. 32f forms the root of the
+// hypotenuse and the rotation's cosine in double.
+template <class E>
+std::array<std::complex<E>, 2> standardisedRoots(E a, E b, E c, E d)
+{
+    std::array<std::complex<E>, 2> out;
+    const bool f32 = sizeof(E) == 4;
+    const E safmin = f32 ? E(1.1754943508222875e-38) : E(2.2250738585072014e-308);
+    const E ulp4 = f32 ? E(4.76837158203125e-07) : E(8.881784197001252e-16);
+    const auto hyp = [&](E x, E y) {
+        const E w = std::max(std::fabs(x), std::fabs(y)), z = std::min(std::fabs(x), std::fabs(y));
+        if (z >= safmin) return E(w * E(std::sqrt(double(z) * double(z) / (double(w) * double(w)) + 1.0)));
+        return w;
+    };
+    const auto sgn = [](E x) { return x >= E(0) ? 1 : -1; };
+    const auto pairOf = [&](E re, E bb, E cc) {
+        const E w = std::sqrt(std::fabs(bb)) * std::sqrt(std::fabs(cc));
+        out[0] = {re, w}, out[1] = {re, -w};
+        return out;
+    };
+    if (std::fabs(c) <= safmin) {
+        out[0] = {a, 0}, out[1] = {d, 0};
+    } else if (std::fabs(b) <= safmin) {
+        out[0] = {d, 0}, out[1] = {a, 0};
+    } else if (std::fabs(a - d) <= safmin) {
+        const E w = std::sqrt(std::fabs(c)) * std::sqrt(std::fabs(b));
+        out[0] = {a, w}, out[1] = {d, -w};
+    } else {
+        const E t = a - d, q = E(0.5) * t;
+        const E bcmax = std::max(std::fabs(b), std::fabs(c));
+        const E bcmis = std::min(std::fabs(b), std::fabs(c)) * E(sgn(b) * sgn(c));
+        const E scale = std::max(std::fabs(q), bcmax);
+        E z = (q / scale) * q + (bcmax / scale) * bcmis;
+        if (z >= ulp4) {
+            z = q > 0 ? q + std::sqrt(scale) * std::sqrt(z) : q - std::sqrt(scale) * std::sqrt(z);
+            out[0] = {d + z, 0}, out[1] = {d - (bcmax / z) * bcmis, 0};
+        } else {
+            const E sigma = b + c, tau = hyp(sigma, t);
+            const E cs = E(std::sqrt((double(std::fabs(sigma)) / double(tau) + 1.0) * 0.5));
+            const E sn = -(q / (tau * cs)) * E(sgn(sigma));
+            const E aa = a * cs + b * sn, bb = b * cs - a * sn, cc = c * cs + d * sn, dd = d * cs - c * sn;
+            const E b2 = bb * cs + dd * sn, c2 = cc * cs - aa * sn;
+            const E temp = E(0.5) * (aa * cs + cc * sn + (dd * cs - bb * sn));
+            const bool big = std::fabs(b2) > safmin && std::fabs(c2) > safmin;
+            if (big && sgn(b2) != sgn(c2)) return pairOf(temp, b2, c2);
+            const E p = big ? (c2 >= 0 ? q : -q) : E(0);
+            out[0] = {temp + p, 0}, out[1] = {temp - p, 0};
+        }
+    }
+    return out;
 }
 
 // ---- symmetric eigenproblem of order 2 -------------------------------------
