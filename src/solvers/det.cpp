@@ -57,6 +57,9 @@ constexpr LimitRow kLimits{{20000, 20000, 40000, 20000, 20000, Test::GT},   // 3
 
 // ---- expansions ------------------------------------------------------------
 
+template <class E, int N>
+using Square = E[N][N];
+
 // Order 3 in the extended format: 32f along row 0, 64f along column 0, the
 // three terms added in the order written.
 template <class E, class A>
@@ -88,27 +91,41 @@ constexpr bool parked(int k, int mask)
 }
 
 template <class E, int N, class A>
-E extendedN(const A& a)
+[[gnu::always_inline]] inline E extendedN(const A& a)
 {
     if constexpr (N == 3) {
         return extended3<E>(a);
     } else {
         Ext m[1 << N];
-        int rows[N];
-        for (int k = 1; k <= N; ++k) rows[k - 1] = N - k;
-        expand::buildMinors<Ext, expand::Cols::Ascending, N>(a, m, rows, 1, N, [](int k, int mask, Ext v) {
-            return parked<E, N>(k, mask) ? Ext(E(v)) : v;
-        });
+        expand::buildMinors<Ext, expand::Cols::Ascending, N, expand::BottomRows<N>, 1, N>(
+            a, m, [](int k, int mask, Ext v) { return parked<E, N>(k, mask) ? Ext(E(v)) : v; });
         return E(m[(1 << N) - 1]);
     }
 }
 
-template <class E, int N, class A>
-E lastRowElem(const A& a)
+template <class E, int N>
+[[gnu::always_inline]] inline E lastRowElem(const Square<E, N>& a)
 {
     E m[1 << N];
-    expand::topMinors<E, N>(a, m);
+    expand::topMinors<E, N>([&a](int i, int j) { return a[i][j]; }, m);
     return m[(1 << N) - 1];
+}
+
+// The expansions at order N of a private copy: inline at orders 3 and 4,
+// one out-of-line copy an element type at 5 and 6.
+template <class E, int N, Expansion X>
+[[gnu::always_inline]] inline E expansion(const Square<E, N>& a)
+{
+    if constexpr (X == Expansion::Extended)
+        return extendedN<E, N>([&a](int i, int j) { return a[i][j]; });
+    else
+        return lastRowElem<E, N>(a);
+}
+
+template <class E, int N, Expansion X>
+[[gnu::noinline]] E expansionOutOfLine(const Square<E, N>& a)
+{
+    return expansion<E, N, X>(a);
 }
 
 // ---- elimination -----------------------------------------------------------
@@ -148,10 +165,17 @@ orlStatus run(int count, E* buffer, PerItem<E> dst, const S& s, int n)
         E* d = dst.item(k);
         if constexpr (N == 0)
             eliminated<R>(a, n, buffer, d);
-        else if constexpr (R.expansion == Expansion::Extended)
-            *d = extendedN<E, N>(a);
-        else
-            *d = lastRowElem<E, N>(a);
+        else {
+            Square<E, N> x;
+#pragma GCC unroll 8
+            for (int i = 0; i < N; ++i)
+#pragma GCC unroll 8
+                for (int j = 0; j < N; ++j) x[i][j] = a(i, j);
+            if constexpr (N <= 4)
+                *d = expansion<E, N, R.expansion>(x);
+            else
+                *d = expansionOutOfLine<E, N, R.expansion>(x);
+        }
     }
     return orlStatusOk;
 }

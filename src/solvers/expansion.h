@@ -7,7 +7,12 @@
 // (k-1)-row minor over C without its column, with alternating signs that
 // start with +. Each minor is computed once and shared by every larger minor
 // that uses it. Column sets are bit masks, the table is indexed by mask.
+// Orders, levels, rows and masks are all known at compile time, so that the
+// whole expansion is straight-line code.
 #pragma once
+
+#include <array>
+#include <utility>
 
 #include "frame/numeric.h"
 
@@ -40,51 +45,76 @@ inline constexpr Subsets<N> kSubsets = subsets<N>();
 // Which way a minor is expanded along its newest row.
 enum class Cols { Descending, Ascending };
 
-// Fills levels `from`..`to` of the minor table `m` (levels below `from` must
-// be there): the level-k minors expand along row rows[k-1] of `a`. Acc is the
-// precision of the arithmetic; `keep(k, mask, v)` gives what is kept of a
-// minor for its later uses (v itself, or v rounded to the element type).
-template <class Acc, Cols C, int N, class A, class Keep>
-inline void buildMinors(const A& a, Acc* m, const int* rows, int from, int to, const Keep& keep)
+// The columns of a mask in the order of expansion.
+template <int N, int Mask, Cols C>
+constexpr auto columnsOf()
 {
-    constexpr Subsets<N> sub = kSubsets<N>;
-    if (to > N) __builtin_unreachable();
-#pragma GCC unroll 8
-    for (int k = from; k <= to; ++k) {
-        const int r = rows[k - 1];
-#pragma GCC unroll 64
-        for (int x = sub.start[k]; x < sub.start[k + 1]; ++x) {
-            const int mask = sub.mask[x];
-            if (k == 1) {
-                m[mask] = keep(k, mask, Acc(a(r, __builtin_ctz(unsigned(mask)))));
-                continue;
-            }
-            Acc s = 0;
-            bool first = true, plus = true;
-#pragma GCC unroll 8
-            for (int i = 0; i < N; ++i) {
-                const int c = C == Cols::Descending ? N - 1 - i : i;
-                if (!(mask >> c & 1)) continue;
-                const Acc term = Acc(a(r, c)) * m[mask & ~(1 << c)];
-                s = first ? term : plus ? s + term : s - term;
-                first = false;
-                plus = !plus;
-            }
-            m[mask] = keep(k, mask, s);
-        }
+    std::array<int, __builtin_popcount(unsigned(Mask))> cols{};
+    int x = 0;
+    for (int i = 0; i < N; ++i) {
+        const int c = C == Cols::Descending ? N - 1 - i : i;
+        if (Mask >> c & 1) cols[x++] = c;
+    }
+    return cols;
+}
+
+// Which row of the matrix a level adds: rows 0, 1, ... from the top, leaving
+// out row Skip (none when negative); or from the bottom row upward.
+template <int Skip = -1>
+struct TopRows {
+    static constexpr int of(int k) { return Skip < 0 || k - 1 < Skip ? k - 1 : k; }
+};
+template <int N>
+struct BottomRows {
+    static constexpr int of(int k) { return N - k; }
+};
+
+// One minor: the expansion of column set Mask along row r.
+template <class Acc, Cols C, int N, int Mask, class A>
+[[gnu::always_inline]] inline Acc expandOne(const A& a, const Acc* m, int r)
+{
+    constexpr auto cols = columnsOf<N, Mask, C>();
+    if constexpr (cols.size() == 1) {
+        return Acc(a(r, cols[0]));
+    } else {
+        Acc s = Acc(a(r, cols[0])) * m[Mask & ~(1 << cols[0])];
+        [&]<int... X>(std::integer_sequence<int, X...>) __attribute__((always_inline)) {
+            ((s = X % 2 == 0 ? s - Acc(a(r, cols[X + 1])) * m[Mask & ~(1 << cols[X + 1])]
+                             : s + Acc(a(r, cols[X + 1])) * m[Mask & ~(1 << cols[X + 1])]),
+             ...);
+        }(std::make_integer_sequence<int, int(cols.size()) - 1>{});
+        return s;
     }
 }
+
+// Fills levels From..To of the minor table `m` (levels below From must be
+// there). Acc is the precision of the arithmetic; `keep(k, mask, v)` gives
+// what is kept of a minor for its later uses (v itself, or v rounded to the
+// element type).
+template <class Acc, Cols C, int N, class Rows, int From, int To, class A, class Keep>
+[[gnu::always_inline]] inline void buildMinors(const A& a, Acc* m, const Keep& keep)
+{
+    if constexpr (From <= To) {
+        constexpr Subsets<N> sub = kSubsets<N>;
+        constexpr int first = sub.start[From];
+        constexpr int r = Rows::of(From);
+        [&]<int... X>(std::integer_sequence<int, X...>) __attribute__((always_inline)) {
+            ((m[sub.mask[first + X]] = keep(From, sub.mask[first + X], expandOne<Acc, C, N, sub.mask[first + X]>(a, m, r))), ...);
+        }(std::make_integer_sequence<int, sub.start[From + 1] - first>{});
+        buildMinors<Acc, C, N, Rows, From + 1, To>(a, m, keep);
+    }
+}
+
+inline constexpr auto kAsIs = [](int, int, auto v) { return v; };
 
 // Minors of rows 0..k-1 over every column set, in the element type, each
 // expanded along its last row from the highest column: the element-type
 // expansion of the determinant along the last row, whose full entry is the
 // determinant itself.
 template <class E, int N, class A>
-inline void topMinors(const A& a, E* m, int levels = N)
+[[gnu::always_inline]] inline void topMinors(const A& a, E* m)
 {
-    int rows[N];
-    for (int i = 0; i < N; ++i) rows[i] = i;
-    buildMinors<E, Cols::Descending, N>(a, m, rows, 1, levels, [](int, int, E v) { return v; });
+    buildMinors<E, Cols::Descending, N, TopRows<>, 1, N>(a, m, kAsIs);
 }
 
 }  // namespace orl::expand

@@ -115,32 +115,51 @@ using Square = E[N][N];
 // inv = adj(a) / det(a) by cofactor expansion in the element type; false when
 // the determinant fails the rule's test (nothing written then).
 template <class E, int N>
-bool adjugate(const Square<E, N>& a, Square<E, N>& inv, const MethodRule& rule, E tol)
+[[gnu::always_inline]] inline bool adjugateBody(const Square<E, N>& a, Square<E, N>& inv, const MethodRule& rule, E tol)
 {
     constexpr int full = (1 << N) - 1;
     const auto at = [&a](int i, int j) { return a[i][j]; };
-    E top[1 << N];  // minors of rows 0..k-1
-    expand::topMinors<E, N>(at, top);
-    const E D = top[full];
+    E m[1 << N];  // minors of rows 0..k-1
+    expand::topMinors<E, N>(at, m);
+    const E D = m[full];
     if (singular(rule.sense, D, tol)) return false;
     E q;
     if constexpr (sizeof(E) == 4)
         q = rule.recip == Recip::Estimate ? reciprocalEstimate(D) : E(1) / D;
     else
         q = E(1) / D;
-    for (int i = 0; i < N; ++i) {
-        // Minors of the rows other than i: those of rows 0..i-1 are shared.
-        E m[1 << N];
-        for (int x = 0; x < (1 << N); ++x) m[x] = top[x];
-        int rows[N];
-        for (int k = 0; k < N; ++k) rows[k] = k < i ? k : k + 1;
-        expand::buildMinors<E, expand::Cols::Descending, N>(at, m, rows, i + 1, N - 1, [](int, int, E v) { return v; });
-        for (int j = 0; j < N; ++j) {
-            const E c = m[full & ~(1 << j)] * q;
-            inv[j][i] = (i + j) & 1 ? -c : c;
-        }
-    }
+    // Cofactors of row i from the minors of the other rows: those of rows
+    // 0..i-1 are shared, the levels above are rebuilt, last row first so
+    // that each rebuild overwrites only what later rows no longer need.
+    [&]<int... X>(std::integer_sequence<int, X...>) __attribute__((always_inline)) {
+        ([&]() __attribute__((always_inline)) {
+            constexpr int i = N - 1 - X;
+            expand::buildMinors<E, expand::Cols::Descending, N, expand::TopRows<i>, i + 1, N - 1>(at, m, expand::kAsIs);
+#pragma GCC unroll 8
+            for (int j = 0; j < N; ++j) {
+                const E c = m[full & ~(1 << j)] * q;
+                inv[j][i] = (i + j) & 1 ? -c : c;
+            }
+        }(), ...);
+    }(std::make_integer_sequence<int, N>{});
     return true;
+}
+
+// Inline at orders 3 and 4; at 5 and 6 one out-of-line copy an element type
+// serves every kernel.
+template <class E, int N>
+[[gnu::noinline]] bool adjugateOutOfLine(const Square<E, N>& a, Square<E, N>& inv, const MethodRule& rule, E tol)
+{
+    return adjugateBody<E, N>(a, inv, rule, tol);
+}
+
+template <class E, int N>
+[[gnu::always_inline]] inline bool adjugate(const Square<E, N>& a, Square<E, N>& inv, const MethodRule& rule, E tol)
+{
+    if constexpr (N <= 4)
+        return adjugateBody<E, N>(a, inv, rule, tol);
+    else
+        return adjugateOutOfLine<E, N>(a, inv, rule, tol);
 }
 
 // ---- block method (32f plain, orders 5 and 6) ------------------------------
@@ -148,7 +167,7 @@ bool adjugate(const Square<E, N>& a, Square<E, N>& inv, const MethodRule& rule, 
 // Inverse of a by one pivot of row 0 and the inverse of its Schur
 // complement: by the adjugate at order 4, by this method again above.
 template <int N>
-bool blockInverse(Square<float, N>& a, Square<float, N>& inv, float tol)
+[[gnu::noinline]] bool blockInverse(Square<float, N>& a, Square<float, N>& inv, float tol)
 {
     constexpr int M = N - 1;
     const int* scan = N == 6 ? kScan6 : kScan5;
@@ -196,7 +215,9 @@ template <class E, int N, class S, class D>
 orlStatus closedForm(const S& s, const D& d, const MethodRule& rule)
 {
     Square<E, N> a, inv;
+#pragma GCC unroll 8
     for (int i = 0; i < N; ++i)
+#pragma GCC unroll 8
         for (int j = 0; j < N; ++j) a[i][j] = s(i, j);
     bool ok;
     if constexpr (sizeof(E) == 4 && N >= 5) {
@@ -213,7 +234,9 @@ orlStatus closedForm(const S& s, const D& d, const MethodRule& rule)
         ok = adjugate<E, N>(a, inv, rule, rule.tolerance<E>(N));
     }
     if (!ok) return orlStatusSingular;
+#pragma GCC unroll 8
     for (int i = 0; i < N; ++i)
+#pragma GCC unroll 8
         for (int j = 0; j < N; ++j) d(i, j) = inv[i][j];
     return orlStatusOk;
 }
