@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "omp_probe.h"
@@ -15,17 +14,6 @@ using t::L;
 using t::Strides;
 
 namespace {
-
-struct Member {
-    std::string name;
-    std::function<void(int w, int h, int count, Strides st)> check;
-};
-
-std::vector<Member>& members()
-{
-    static std::vector<Member> list;
-    return list;
-}
 
 constexpr L layOf(char c) { return c == 'S' ? L::Std : c == 'P' ? L::P : L::L; }
 
@@ -59,7 +47,7 @@ void checkCopy(Fn fn, int w, int h, int count, Strides st)
 template <class E, bool vec, L ls, L ld, class Fn>
 void add(std::string name, Fn fn)
 {
-    members().push_back({name, [fn](int w, int h, int n, Strides st) { checkCopy<E, vec, ls, ld>(fn, w, h, n, st); }});
+    t::registry().push_back({name, [fn](int w, int h, int n, Strides st) { checkCopy<E, vec, ls, ld>(fn, w, h, n, st); }});
 }
 
 #define ORL_COPY(sh, vec, X, Y)                                                                              \
@@ -78,16 +66,7 @@ const bool registered = [] {
 TEST(CopyValues, EveryPairSizeStrideAndCountAsBits)
 {
     ASSERT_TRUE(registered);
-    EXPECT_EQ(members().size(), 36u);
-    const int sizes[][2] = {{4, 4}, {3, 5}, {1, 1}, {7, 2}};
-    for (const Member& m : members())
-        for (auto [w, h] : sizes)
-            for (Strides st : {Strides::Unit, Strides::Wide})
-                for (int count : {1, 3}) {
-                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " + std::to_string(count));
-                    m.check(w, h, count, st);
-                    if (HasFatalFailure()) return;
-                }
+    t::checkEveryMember(36, {{4, 4}, {3, 5}, {1, 1}, {7, 2}});
 }
 
 // A result that overlaps its source by one element ahead or behind gets

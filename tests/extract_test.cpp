@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "operands.h"
@@ -15,17 +14,6 @@ using t::L;
 using t::Strides;
 
 namespace {
-
-struct Member {
-    std::string name;
-    std::function<void(int w, int h, int count, Strides st)> check;
-};
-
-std::vector<Member>& members()
-{
-    static std::vector<Member> list;
-    return list;
-}
 
 // kind: 'm', 't' (matrices) or 'v'; array for the shapes with an `a`.
 template <class E, char kind, bool array, L lay, class Fn>
@@ -62,7 +50,7 @@ void checkExtract(Fn fn, int w, int h, int count, Strides st)
 template <class E, char kind, bool array, L lay, class Fn>
 void add(std::string name, Fn fn)
 {
-    members().push_back({name, [fn](int w, int h, int n, Strides st) { checkExtract<E, kind, array, lay>(fn, w, h, n, st); }});
+    t::registry().push_back({name, [fn](int w, int h, int n, Strides st) { checkExtract<E, kind, array, lay>(fn, w, h, n, st); }});
 }
 
 #define ORL_EX1(sh, kind, array, suffix, lay)                                                                    \
@@ -80,16 +68,7 @@ const bool registered = [] {
 TEST(ExtractValues, EveryMemberSizeStrideAndCountAsBits)
 {
     ASSERT_TRUE(registered);
-    EXPECT_EQ(members().size(), 30u);
-    const int sizes[][2] = {{2, 3}, {4, 4}, {5, 1}, {1, 6}};
-    for (const Member& m : members())
-        for (auto [w, h] : sizes)
-            for (Strides st : {Strides::Unit, Strides::Wide})
-                for (int count : {1, 3}) {
-                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " + std::to_string(count));
-                    m.check(w, h, count, st);
-                    if (HasFatalFailure()) return;
-                }
+    t::checkEveryMember(30, {{2, 3}, {4, 4}, {5, 1}, {1, 6}});
 }
 
 // A 2-wide, 3-high transposed operand is stored as 2 rows of 3; the block

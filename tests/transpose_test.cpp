@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "omp_probe.h"
@@ -32,17 +31,6 @@ using t::Strides;
 
 namespace {
 
-struct Member {
-    std::string name;
-    std::function<void(int w, int h, int count, Strides st)> check;
-};
-
-std::vector<Member>& members()
-{
-    static std::vector<Member> list;
-    return list;
-}
-
 template <class E, bool array, L lay, class Fn>
 void checkTranspose(Fn fn, int w, int h, int count, Strides st)
 {
@@ -64,7 +52,7 @@ void checkTranspose(Fn fn, int w, int h, int count, Strides st)
 template <class E, bool array, L lay, class Fn>
 void add(std::string name, Fn fn)
 {
-    members().push_back({name, [fn](int w, int h, int n, Strides st) { checkTranspose<E, array, lay>(fn, w, h, n, st); }});
+    t::registry().push_back({name, [fn](int w, int h, int n, Strides st) { checkTranspose<E, array, lay>(fn, w, h, n, st); }});
 }
 
 #define ORL_TR(sh, array, suffix, lay)                                                              \
@@ -80,17 +68,8 @@ const bool registered = [] {
 TEST(TransposeValues, EveryMemberSizeStrideAndCountAsBits)
 {
     ASSERT_TRUE(registered);
-    EXPECT_EQ(members().size(), 10u);
-    const int sizes[][2] = {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {1, 1}, {2, 3}, {7, 5}, {9, 9}};
     cache::answer = 0;
-    for (const Member& m : members())
-        for (auto [w, h] : sizes)
-            for (Strides st : {Strides::Unit, Strides::Wide})
-                for (int count : {1, 3}) {
-                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " + std::to_string(count));
-                    m.check(w, h, count, st);
-                    if (HasFatalFailure()) return;
-                }
+    t::checkEveryMember(10, {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {1, 1}, {2, 3}, {7, 5}, {9, 9}});
 }
 
 // ---- band and cache decisions of the 32f unit-stride kernels ---------------
