@@ -6,7 +6,6 @@
 #include <functional>
 #include <vector>
 
-#include "omp_probe.h"
 #include "operands.h"
 #include "reference.h"
 
@@ -31,9 +30,7 @@ void checkCopy(Fn fn, int w, int h, int count, Strides st)
     };
     auto [s, d] = make(5);
     std::fill(d.mem.begin(), d.mem.end(), 0xA5);
-    for (int k = 0, x = 0; k < count; ++k)
-        for (int i = 0; i < rows; ++i)
-            for (int j = 0; j < w; ++j) ref::patternBits(t::elem(s, k, i, j), x++);
+    t::fillEach(s, count, rows, w, ref::patternBits<E>);
     orlStatus r;
     if constexpr (vec) r = t::call(fn, std::tuple_cat(s.args(), d.args()), w, count);
     else r = t::call(fn, std::tuple_cat(s.args(), d.args()), w, h, count);
@@ -99,19 +96,6 @@ TEST(CopyValues, OverlapGivesForwardElementCopy)
         ASSERT_EQ(orlmCopy_va_64f_SL(&g[100], 96, 16, lst, 0, 16, 10, 2), orlStatusOk);
         EXPECT_EQ(std::memcmp(g.data(), gexp.data(), g.size() * 8), 0) << "list, shift " << shift;
     }
-}
-
-// No member of these families opens a parallel region, however large the array.
-TEST(CopyValues, NoParallelRoute)
-{
-    t::Threads four(4);
-    std::vector<float> a(16 * 20000, 1.f), b(a.size());
-    probe::reset();
-    ASSERT_EQ(orlmCopy_ma_32f_SS(a.data(), 64, 16, 4, b.data(), 64, 16, 4, 4, 4, 20000), orlStatusOk);
-    ASSERT_EQ(orlmLoadIdentity_ma_32f(b.data(), 64, 16, 4, 4, 4, 20000), orlStatusOk);
-    EXPECT_EQ(probe::regions().count, 0);
-    EXPECT_EQ(b[5], 1.f);
-    EXPECT_EQ(b[6], 0.f);
 }
 
 // ---- argument checks -------------------------------------------------------

@@ -1,5 +1,5 @@
-// Extract: every member's dense block as bits, transposed sources written as
-// their logical matrices, the check orders of each shape and layout, and the
+// Extract: every member's dense block as bits (transposed sources as their
+// logical matrices), the check orders of each shape and layout, and the
 // product check of the members that have it.
 #include <gtest/gtest.h>
 
@@ -27,9 +27,7 @@ void checkExtract(Fn fn, int w, int h, int count, Strides st)
         if constexpr (kind == 'v') return Src(w, count, st, 4);
         else return Src(w, h, count, st, 4);
     }();
-    for (int k = 0, x = 0; k < count; ++k)
-        for (int i = 0; i < h; ++i)
-            for (int j = 0; j < w; ++j) ref::patternBits(t::elem(s, k, i, j), x++);
+    t::fillEach(s, count, h, w, ref::patternBits<E>);
     std::vector<E> dst(size_t(count) * w * h + 4);
     std::memset(dst.data(), 0xA5, dst.size() * sizeof(E));
     std::vector<E> expect = dst;
@@ -69,17 +67,6 @@ TEST(ExtractValues, EveryMemberSizeStrideAndCountAsBits)
 {
     ASSERT_TRUE(registered);
     t::checkEveryMember(30, {{2, 3}, {4, 4}, {5, 1}, {1, 6}});
-}
-
-// A 2-wide, 3-high transposed operand is stored as 2 rows of 3; the block
-// holds the 3 rows of 2 of the logical matrix.
-TEST(ExtractValues, TransposedOperandWrittenAsItsLogicalMatrix)
-{
-    const float stored[6] = {1, 2, 3, 4, 5, 6};
-    float out[6] = {};
-    ASSERT_EQ(orlmExtract_t_32f(stored, 12, 4, out, 2, 3), orlStatusOk);
-    const float expect[6] = {1, 4, 2, 5, 3, 6};
-    EXPECT_EQ(std::memcmp(out, expect, sizeof out), 0);
 }
 
 // ---- argument checks -------------------------------------------------------

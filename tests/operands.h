@@ -257,6 +257,16 @@ inline void checkEveryMember(std::size_t members, std::initializer_list<std::pai
                 }
 }
 
+// Fills the logical elements of an operand with `pattern(address, number)`,
+// numbering them in item, row and column order.
+template <class O, class F>
+void fillEach(O& o, int count, int rows, int cols, F pattern)
+{
+    for (int k = 0, x = 0; k < count; ++k)
+        for (int i = 0; i < rows; ++i)
+            for (int j = 0; j < cols; ++j) pattern(elem(o, k, i, j), x++);
+}
+
 // Sets the core library's thread count for one scope.
 struct Threads {
     int saved = threads_omp_of_n_orl;

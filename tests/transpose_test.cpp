@@ -9,7 +9,6 @@
 #include <functional>
 #include <vector>
 
-#include "omp_probe.h"
 #include "operands.h"
 #include "reference.h"
 
@@ -37,9 +36,7 @@ void checkTranspose(Fn fn, int w, int h, int count, Strides st)
     constexpr K kind = array ? K::ma : K::m;
     t::Mat<E, kind, lay> s(w, h, count, st, 6);
     t::Mat<E, kind, lay, true> d(h, w, count, st, 7, 3);  // width rows of height elements
-    for (int k = 0, x = 0; k < s.count; ++k)
-        for (int i = 0; i < h; ++i)
-            for (int j = 0; j < w; ++j) ref::patternBits(&s(k, i, j), x++);
+    t::fillEach(s, s.count, h, w, ref::patternBits<E>);
     orlStatus r;
     if constexpr (array) r = t::call(fn, std::tuple_cat(s.args(), std::make_tuple(w, h), d.args()), count);
     else r = t::call(fn, std::tuple_cat(s.args(), std::make_tuple(w, h), d.args()));
