@@ -101,16 +101,17 @@ void copyItems(const S& src, const D& dst, int width, int height, int count)
 }
 
 // Bytes from the first to one past the last element of a standard-layout
-// operand; stride0 counts only with more than one item.
+// operand, in 64 bits on both ABIs; stride0 counts only with more than one
+// item. Every stride that counts is positive by then.
 template <class O>
-inline std::pair<std::uintptr_t, std::uintptr_t> extent(const O& o, int width, int height, int count)
+inline std::pair<std::uint64_t, std::uint64_t> extent(const O& o, int width, int height, int count)
 {
-    using E = typename O::Elem;
-    const std::uintptr_t b = reinterpret_cast<std::uintptr_t>(o.p);
-    const std::ptrdiff_t rowStep = isVector(O::kind) ? 0 : o.s1;
-    const std::ptrdiff_t last = (count > 1 ? std::ptrdiff_t(count - 1) * o.s0 : 0) + std::ptrdiff_t(height - 1) * rowStep +
-                                std::ptrdiff_t(width - 1) * o.s2 + std::ptrdiff_t(sizeof(E));
-    return {b, b + std::uintptr_t(last)};
+    using U = std::uint64_t;
+    const U b = reinterpret_cast<std::uintptr_t>(o.p);
+    const U rowStep = isVector(O::kind) ? 0 : U(o.s1);
+    const U last = (count > 1 ? U(count - 1) * U(o.s0) : 0) + U(height - 1) * rowStep + U(width - 1) * U(o.s2) +
+                   sizeof(typename O::Elem);
+    return {b, b + last};
 }
 
 // Where the two sides share no byte the order of the moves cannot be seen,
