@@ -124,14 +124,8 @@ struct Bufs {
 TEST(CopyChecks, OrdersAndTheirVariations)
 {
     Bufs b;
-    struct Case {
-        const char* what;
-        const char* order;
-        const char* failing;
-        std::function<orlStatus()> call;
-    };
     // Bad values: stride 6 (T), offset 2 (O), stride0 0 or 6 with count 2 (S).
-    const Case cases[] = {
+    const ref::OrderCase cases[] = {
         {"SS NULL before size", "NZCTOS", "NZ", [&] { return orlmCopy_ma_32f_SS(nullptr, 64, 16, 4, b.out, 64, 16, 4, 0, 4, 2); }},
         {"SS size before count", "NZCTOS", "ZC", [&] { return orlmCopy_ma_32f_SS(b.f, 64, 16, 4, b.out, 64, 16, 4, 4, 0, 0); }},
         {"SS count before strides", "NZCTOS", "CT", [&] { return orlmCopy_ma_32f_SS(b.f, 64, 6, 4, b.out, 64, 16, 4, 4, 4, 0); }},
@@ -156,7 +150,7 @@ TEST(CopyChecks, OrdersAndTheirVariations)
         {"Identity P stride0 with count 2", "NZOCS", "S", [&] { return orlmLoadIdentity_ma_32f_P(b.to, 0, 6, 2, 2, 2); }},
         {"Identity L stride before offset", "NZCTO", "TO", [&] { return orlmLoadIdentity_ma_32f_L(b.to, 2, 16, 6, 2, 2, 2); }},
     };
-    for (const Case& c : cases) {
+    for (const ref::OrderCase& c : cases) {
         EXPECT_EQ(c.call(), ref::expectedStatusWithS(c.order, c.failing)) << c.what;
         EXPECT_TRUE(b.untouched()) << c.what;
     }

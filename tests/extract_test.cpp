@@ -79,13 +79,7 @@ TEST(ExtractChecks, OrdersOfEachShapeAndLayout)
     const float* tf[16];
     const double* tg[16];
     for (int i = 0; i < 16; ++i) tf[i] = f + i, tg[i] = g + i;
-    struct Case {
-        const char* what;
-        const char* order;
-        const char* failing;
-        std::function<orlStatus()> call;
-    };
-    const Case cases[] = {
+    const ref::OrderCase cases[] = {
         {"m: NULL before size", "NZT", "NZ", [&] { return orlmExtract_m_32f(nullptr, 16, 4, out, 0, 4); }},
         {"m _P: size before NULL", "ZNO", "NZ", [&] { return orlmExtract_m_32f_P(nullptr, 0, out, 0, 4); }},
         {"t 64f _P: size before NULL", "ZNO", "NZ", [&] { return orlmExtract_t_64f_P(tg, 0, nullptr, 2, 0); }},
@@ -100,7 +94,7 @@ TEST(ExtractChecks, OrdersOfEachShapeAndLayout)
         {"va _L: offset before stride2", "NZCOT", "OT", [&] { return orlmExtract_va_32f_L(tf, -4, 6, out, 4, 2); }},
         {"va _P: count before offset", "NZCOT", "CO", [&] { return orlmExtract_va_64f_P(tg, 4, 64, outg, 4, -1); }},
     };
-    for (const Case& c : cases) {
+    for (const ref::OrderCase& c : cases) {
         EXPECT_EQ(c.call(), ref::expectedStatus(c.order, c.failing)) << c.what;
         EXPECT_TRUE(std::all_of(out, out + 64, [](float x) { return x == -1.f; })) << c.what;
         EXPECT_TRUE(std::all_of(outg, outg + 64, [](double x) { return x == -1.0; })) << c.what;

@@ -148,13 +148,7 @@ TEST(TransposeChecks, GeneralOrder)
     const float* tf[16];
     float* to[16];
     for (int i = 0; i < 16; ++i) tf[i] = f + i, to[i] = out + i;
-    struct Case {
-        const char* what;
-        const char* order;
-        const char* failing;
-        std::function<orlStatus()> call;
-    };
-    const Case cases[] = {
+    const ref::OrderCase cases[] = {
         {"m: NULL before size", "NZT", "NZ", [&] { return orlmTranspose_m_32f(nullptr, 16, 4, 0, 4, out, 16, 4); }},
         {"m: size before stride", "NZT", "ZT", [&] { return orlmTranspose_m_32f(f, 16, 6, 4, 0, out, 16, 4); }},
         {"m _P: size before offset", "NZO", "ZO", [&] { return orlmTranspose_m_32f_P(tf, 2, 0, 2, to, 0); }},
@@ -163,7 +157,7 @@ TEST(TransposeChecks, GeneralOrder)
         {"ma _P: stride0 before offset", "NCZTO", "TO", [&] { return orlmTranspose_ma_32f_P(tf, 2, 6, 2, 2, to, 0, 64, 2); }},
         {"ma _L: stride2 before offset", "NCZTO", "TO", [&] { return orlmTranspose_ma_32f_L(tf, -4, 16, 6, 2, 2, to, 0, 16, 4, 2); }},
     };
-    for (const Case& c : cases) {
+    for (const ref::OrderCase& c : cases) {
         EXPECT_EQ(c.call(), ref::expectedStatus(c.order, c.failing)) << c.what;
         EXPECT_TRUE(std::all_of(out, out + 64, [](float x) { return x == -1.f; })) << c.what;
     }
