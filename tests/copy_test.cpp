@@ -4,10 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <string>
 #include <vector>
 
-#include "omp_probe.h"
 #include "operands.h"
 #include "reference.h"
 
@@ -15,17 +13,6 @@ using t::L;
 using t::Strides;
 
 namespace {
-
-struct Member {
-    std::string name;
-    std::function<void(int w, int h, int count, Strides st)> check;
-};
-
-std::vector<Member>& members()
-{
-    static std::vector<Member> list;
-    return list;
-}
 
 constexpr L layOf(char c) { return c == 'S' ? L::Std : c == 'P' ? L::P : L::L; }
 
@@ -43,9 +30,7 @@ void checkCopy(Fn fn, int w, int h, int count, Strides st)
     };
     auto [s, d] = make(5);
     std::fill(d.mem.begin(), d.mem.end(), 0xA5);
-    for (int k = 0, x = 0; k < count; ++k)
-        for (int i = 0; i < rows; ++i)
-            for (int j = 0; j < w; ++j) ref::patternBits(t::elem(s, k, i, j), x++);
+    t::fillEach(s, count, rows, w, ref::patternBits<E>);
     orlStatus r;
     if constexpr (vec) r = t::call(fn, std::tuple_cat(s.args(), d.args()), w, count);
     else r = t::call(fn, std::tuple_cat(s.args(), d.args()), w, h, count);
@@ -59,7 +44,7 @@ void checkCopy(Fn fn, int w, int h, int count, Strides st)
 template <class E, bool vec, L ls, L ld, class Fn>
 void add(std::string name, Fn fn)
 {
-    members().push_back({name, [fn](int w, int h, int n, Strides st) { checkCopy<E, vec, ls, ld>(fn, w, h, n, st); }});
+    t::registry().push_back({name, [fn](int w, int h, int n, Strides st) { checkCopy<E, vec, ls, ld>(fn, w, h, n, st); }});
 }
 
 #define ORL_COPY(sh, vec, X, Y)                                                                              \
@@ -78,34 +63,28 @@ const bool registered = [] {
 TEST(CopyValues, EveryPairSizeStrideAndCountAsBits)
 {
     ASSERT_TRUE(registered);
-    EXPECT_EQ(members().size(), 36u);
-    const int sizes[][2] = {{4, 4}, {3, 5}, {1, 1}, {7, 2}};
-    for (const Member& m : members())
-        for (auto [w, h] : sizes)
-            for (Strides st : {Strides::Unit, Strides::Wide})
-                for (int count : {1, 3}) {
-                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " + std::to_string(count));
-                    m.check(w, h, count, st);
-                    if (HasFatalFailure()) return;
-                }
+    t::checkEveryMember(36, {{4, 4}, {3, 5}, {1, 1}, {7, 2}});
 }
 
 // A result that overlaps its source by one element ahead or behind gets
-// what copying one element at a time in ascending order gives.
+// what copying one element at a time in ascending order gives; places that
+// only touch (shift 48) or do not meet, packed or with gaps, get a plain copy.
 TEST(CopyValues, OverlapGivesForwardElementCopy)
 {
+    for (int shift : {1, -1, 5, -16, 48, 80})
+        for (int h : {3, 4}) {  // 4x4 items 64 bytes apart are one packed block
+            std::vector<float> buf(200), expect;
+            for (int x = 0; x < 200; ++x) ref::patternBits(&buf[x], x);
+            expect = buf;
+            const int base = 40, s0 = 4 * 16, s1 = 4 * 4;  // 3 items of 4 wide in rows of 4
+            auto addr = [&](std::vector<float>& b, int off) {
+                return [&b, off, s0, s1](int k, int i, int j) { return &b[off + (k * s0 + i * s1) / 4 + j]; };
+            };
+            ref::forwardCopy<float>(3, h, 4, addr(expect, base), addr(expect, base + shift));
+            ASSERT_EQ(orlmCopy_ma_32f_SS(&buf[base], s0, s1, 4, &buf[base + shift], s0, s1, 4, 4, h, 3), orlStatusOk);
+            EXPECT_EQ(std::memcmp(buf.data(), expect.data(), buf.size() * 4), 0) << "shift " << shift << " height " << h;
+        }
     for (int shift : {1, -1, 5, -16}) {
-        std::vector<float> buf(200), expect;
-        for (int x = 0; x < 200; ++x) ref::patternBits(&buf[x], x);
-        expect = buf;
-        const int base = 40, s0 = 4 * 16, s1 = 4 * 4;  // 3 items of 4x3 in rows of 4
-        auto addr = [&](std::vector<float>& b, int off) {
-            return [&b, off, s0, s1](int k, int i, int j) { return &b[off + (k * s0 + i * s1) / 4 + j]; };
-        };
-        ref::forwardCopy<float>(3, 3, 4, addr(expect, base), addr(expect, base + shift));
-        ASSERT_EQ(orlmCopy_ma_32f_SS(&buf[base], s0, s1, 4, &buf[base + shift], s0, s1, 4, 4, 3, 3), orlStatusOk);
-        EXPECT_EQ(std::memcmp(buf.data(), expect.data(), buf.size() * 4), 0) << "shift " << shift;
-
         // Through a list on the result side, wide strides, 64f.
         std::vector<double> g(300), gexp;
         for (int x = 0; x < 300; ++x) ref::patternBits(&g[x], x);
@@ -117,19 +96,6 @@ TEST(CopyValues, OverlapGivesForwardElementCopy)
         ASSERT_EQ(orlmCopy_va_64f_SL(&g[100], 96, 16, lst, 0, 16, 10, 2), orlStatusOk);
         EXPECT_EQ(std::memcmp(g.data(), gexp.data(), g.size() * 8), 0) << "list, shift " << shift;
     }
-}
-
-// No member of these families opens a parallel region, however large the array.
-TEST(CopyValues, NoParallelRoute)
-{
-    t::Threads four(4);
-    std::vector<float> a(16 * 20000, 1.f), b(a.size());
-    probe::reset();
-    ASSERT_EQ(orlmCopy_ma_32f_SS(a.data(), 64, 16, 4, b.data(), 64, 16, 4, 4, 4, 20000), orlStatusOk);
-    ASSERT_EQ(orlmLoadIdentity_ma_32f(b.data(), 64, 16, 4, 4, 4, 20000), orlStatusOk);
-    EXPECT_EQ(probe::regions().count, 0);
-    EXPECT_EQ(b[5], 1.f);
-    EXPECT_EQ(b[6], 0.f);
 }
 
 // ---- argument checks -------------------------------------------------------
@@ -158,14 +124,8 @@ struct Bufs {
 TEST(CopyChecks, OrdersAndTheirVariations)
 {
     Bufs b;
-    struct Case {
-        const char* what;
-        const char* order;
-        const char* failing;
-        std::function<orlStatus()> call;
-    };
     // Bad values: stride 6 (T), offset 2 (O), stride0 0 or 6 with count 2 (S).
-    const Case cases[] = {
+    const ref::OrderCase cases[] = {
         {"SS NULL before size", "NZCTOS", "NZ", [&] { return orlmCopy_ma_32f_SS(nullptr, 64, 16, 4, b.out, 64, 16, 4, 0, 4, 2); }},
         {"SS size before count", "NZCTOS", "ZC", [&] { return orlmCopy_ma_32f_SS(b.f, 64, 16, 4, b.out, 64, 16, 4, 4, 0, 0); }},
         {"SS count before strides", "NZCTOS", "CT", [&] { return orlmCopy_ma_32f_SS(b.f, 64, 6, 4, b.out, 64, 16, 4, 4, 4, 0); }},
@@ -190,7 +150,7 @@ TEST(CopyChecks, OrdersAndTheirVariations)
         {"Identity P stride0 with count 2", "NZOCS", "S", [&] { return orlmLoadIdentity_ma_32f_P(b.to, 0, 6, 2, 2, 2); }},
         {"Identity L stride before offset", "NZCTO", "TO", [&] { return orlmLoadIdentity_ma_32f_L(b.to, 2, 16, 6, 2, 2, 2); }},
     };
-    for (const Case& c : cases) {
+    for (const ref::OrderCase& c : cases) {
         EXPECT_EQ(c.call(), ref::expectedStatusWithS(c.order, c.failing)) << c.what;
         EXPECT_TRUE(b.untouched()) << c.what;
     }

@@ -1,10 +1,9 @@
-// Extract: every member's dense block as bits, transposed sources written as
-// their logical matrices, the check orders of each shape and layout, and the
+// Extract: every member's dense block as bits (transposed sources as their
+// logical matrices), the check orders of each shape and layout, and the
 // product check of the members that have it.
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "operands.h"
@@ -15,17 +14,6 @@ using t::L;
 using t::Strides;
 
 namespace {
-
-struct Member {
-    std::string name;
-    std::function<void(int w, int h, int count, Strides st)> check;
-};
-
-std::vector<Member>& members()
-{
-    static std::vector<Member> list;
-    return list;
-}
 
 // kind: 'm', 't' (matrices) or 'v'; array for the shapes with an `a`.
 template <class E, char kind, bool array, L lay, class Fn>
@@ -39,9 +27,7 @@ void checkExtract(Fn fn, int w, int h, int count, Strides st)
         if constexpr (kind == 'v') return Src(w, count, st, 4);
         else return Src(w, h, count, st, 4);
     }();
-    for (int k = 0, x = 0; k < count; ++k)
-        for (int i = 0; i < h; ++i)
-            for (int j = 0; j < w; ++j) ref::patternBits(t::elem(s, k, i, j), x++);
+    t::fillEach(s, count, h, w, ref::patternBits<E>);
     std::vector<E> dst(size_t(count) * w * h + 4);
     std::memset(dst.data(), 0xA5, dst.size() * sizeof(E));
     std::vector<E> expect = dst;
@@ -62,7 +48,7 @@ void checkExtract(Fn fn, int w, int h, int count, Strides st)
 template <class E, char kind, bool array, L lay, class Fn>
 void add(std::string name, Fn fn)
 {
-    members().push_back({name, [fn](int w, int h, int n, Strides st) { checkExtract<E, kind, array, lay>(fn, w, h, n, st); }});
+    t::registry().push_back({name, [fn](int w, int h, int n, Strides st) { checkExtract<E, kind, array, lay>(fn, w, h, n, st); }});
 }
 
 #define ORL_EX1(sh, kind, array, suffix, lay)                                                                    \
@@ -80,27 +66,7 @@ const bool registered = [] {
 TEST(ExtractValues, EveryMemberSizeStrideAndCountAsBits)
 {
     ASSERT_TRUE(registered);
-    EXPECT_EQ(members().size(), 30u);
-    const int sizes[][2] = {{2, 3}, {4, 4}, {5, 1}, {1, 6}};
-    for (const Member& m : members())
-        for (auto [w, h] : sizes)
-            for (Strides st : {Strides::Unit, Strides::Wide})
-                for (int count : {1, 3}) {
-                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " + std::to_string(count));
-                    m.check(w, h, count, st);
-                    if (HasFatalFailure()) return;
-                }
-}
-
-// A 2-wide, 3-high transposed operand is stored as 2 rows of 3; the block
-// holds the 3 rows of 2 of the logical matrix.
-TEST(ExtractValues, TransposedOperandWrittenAsItsLogicalMatrix)
-{
-    const float stored[6] = {1, 2, 3, 4, 5, 6};
-    float out[6] = {};
-    ASSERT_EQ(orlmExtract_t_32f(stored, 12, 4, out, 2, 3), orlStatusOk);
-    const float expect[6] = {1, 4, 2, 5, 3, 6};
-    EXPECT_EQ(std::memcmp(out, expect, sizeof out), 0);
+    t::checkEveryMember(30, {{2, 3}, {4, 4}, {5, 1}, {1, 6}});
 }
 
 // ---- argument checks -------------------------------------------------------
@@ -113,13 +79,7 @@ TEST(ExtractChecks, OrdersOfEachShapeAndLayout)
     const float* tf[16];
     const double* tg[16];
     for (int i = 0; i < 16; ++i) tf[i] = f + i, tg[i] = g + i;
-    struct Case {
-        const char* what;
-        const char* order;
-        const char* failing;
-        std::function<orlStatus()> call;
-    };
-    const Case cases[] = {
+    const ref::OrderCase cases[] = {
         {"m: NULL before size", "NZT", "NZ", [&] { return orlmExtract_m_32f(nullptr, 16, 4, out, 0, 4); }},
         {"m _P: size before NULL", "ZNO", "NZ", [&] { return orlmExtract_m_32f_P(nullptr, 0, out, 0, 4); }},
         {"t 64f _P: size before NULL", "ZNO", "NZ", [&] { return orlmExtract_t_64f_P(tg, 0, nullptr, 2, 0); }},
@@ -134,7 +94,7 @@ TEST(ExtractChecks, OrdersOfEachShapeAndLayout)
         {"va _L: offset before stride2", "NZCOT", "OT", [&] { return orlmExtract_va_32f_L(tf, -4, 6, out, 4, 2); }},
         {"va _P: count before offset", "NZCOT", "CO", [&] { return orlmExtract_va_64f_P(tg, 4, 64, outg, 4, -1); }},
     };
-    for (const Case& c : cases) {
+    for (const ref::OrderCase& c : cases) {
         EXPECT_EQ(c.call(), ref::expectedStatus(c.order, c.failing)) << c.what;
         EXPECT_TRUE(std::all_of(out, out + 64, [](float x) { return x == -1.f; })) << c.what;
         EXPECT_TRUE(std::all_of(outg, outg + 64, [](double x) { return x == -1.0; })) << c.what;

@@ -6,10 +6,14 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <numeric>
 #include <random>
+#include <string>
 #include <tuple>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "orlcore.h"
 #include "orlm.h"
@@ -220,6 +224,47 @@ template <class E, bool array, L lay, bool result>
 E* elem(Vec<E, array, lay, result>& v, int k, int, int j)
 {
     return &v(k, j);
+}
+
+// ---- every member of a family over sizes, stride cases and counts --------
+
+// A member under test: its name and a check of one size, stride case and
+// count. A test program registers its members once.
+struct MemberCheck {
+    std::string name;
+    std::function<void(int w, int h, int count, Strides st)> check;
+};
+
+inline std::vector<MemberCheck>& registry()
+{
+    static std::vector<MemberCheck> list;
+    return list;
+}
+
+// Runs every registered member at every size, with unit and wide strides,
+// on one and three items; stops at the first fatal failure.
+inline void checkEveryMember(std::size_t members, std::initializer_list<std::pair<int, int>> sizes)
+{
+    EXPECT_EQ(registry().size(), members);
+    for (const MemberCheck& m : registry())
+        for (auto [w, h] : sizes)
+            for (Strides st : {Strides::Unit, Strides::Wide})
+                for (int count : {1, 3}) {
+                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " +
+                                 std::to_string(count) + (st == Strides::Wide ? " wide" : " unit"));
+                    m.check(w, h, count, st);
+                    if (::testing::Test::HasFatalFailure()) return;
+                }
+}
+
+// Fills the logical elements of an operand with `pattern(address, number)`,
+// numbering them in item, row and column order.
+template <class O, class F>
+void fillEach(O& o, int count, int rows, int cols, F pattern)
+{
+    for (int k = 0, x = 0; k < count; ++k)
+        for (int i = 0; i < rows; ++i)
+            for (int j = 0; j < cols; ++j) pattern(elem(o, k, i, j), x++);
 }
 
 // Sets the core library's thread count for one scope.

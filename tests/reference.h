@@ -13,6 +13,7 @@
 #include <cmath>
 #include <complex>
 #include <cstring>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -483,6 +484,15 @@ inline orlStatus expectedStatusWithS(std::string_view order, std::string_view fa
         if (failing.find(cls) != std::string_view::npos) return cls == 'S' ? orlStatusStride : statusOfClass(cls);
     return orlStatusOk;
 }
+
+// One row of a check-order table: the member's order, the classes that the
+// call makes fail, and the call.
+struct OrderCase {
+    const char* what;
+    const char* order;
+    const char* failing;
+    std::function<orlStatus()> call;
+};
 
 // Copying one element at a time in ascending item, row and column order, as
 // bits: what a copy between overlapping places must give. `src(k, i, j)` and

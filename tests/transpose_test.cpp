@@ -7,10 +7,8 @@
 
 #include <cstdint>
 #include <functional>
-#include <string>
 #include <vector>
 
-#include "omp_probe.h"
 #include "operands.h"
 #include "reference.h"
 
@@ -32,26 +30,13 @@ using t::Strides;
 
 namespace {
 
-struct Member {
-    std::string name;
-    std::function<void(int w, int h, int count, Strides st)> check;
-};
-
-std::vector<Member>& members()
-{
-    static std::vector<Member> list;
-    return list;
-}
-
 template <class E, bool array, L lay, class Fn>
 void checkTranspose(Fn fn, int w, int h, int count, Strides st)
 {
     constexpr K kind = array ? K::ma : K::m;
     t::Mat<E, kind, lay> s(w, h, count, st, 6);
     t::Mat<E, kind, lay, true> d(h, w, count, st, 7, 3);  // width rows of height elements
-    for (int k = 0, x = 0; k < s.count; ++k)
-        for (int i = 0; i < h; ++i)
-            for (int j = 0; j < w; ++j) ref::patternBits(&s(k, i, j), x++);
+    t::fillEach(s, s.count, h, w, ref::patternBits<E>);
     orlStatus r;
     if constexpr (array) r = t::call(fn, std::tuple_cat(s.args(), std::make_tuple(w, h), d.args()), count);
     else r = t::call(fn, std::tuple_cat(s.args(), std::make_tuple(w, h), d.args()));
@@ -64,7 +49,7 @@ void checkTranspose(Fn fn, int w, int h, int count, Strides st)
 template <class E, bool array, L lay, class Fn>
 void add(std::string name, Fn fn)
 {
-    members().push_back({name, [fn](int w, int h, int n, Strides st) { checkTranspose<E, array, lay>(fn, w, h, n, st); }});
+    t::registry().push_back({name, [fn](int w, int h, int n, Strides st) { checkTranspose<E, array, lay>(fn, w, h, n, st); }});
 }
 
 #define ORL_TR(sh, array, suffix, lay)                                                              \
@@ -80,17 +65,8 @@ const bool registered = [] {
 TEST(TransposeValues, EveryMemberSizeStrideAndCountAsBits)
 {
     ASSERT_TRUE(registered);
-    EXPECT_EQ(members().size(), 10u);
-    const int sizes[][2] = {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {1, 1}, {2, 3}, {7, 5}, {9, 9}};
     cache::answer = 0;
-    for (const Member& m : members())
-        for (auto [w, h] : sizes)
-            for (Strides st : {Strides::Unit, Strides::Wide})
-                for (int count : {1, 3}) {
-                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " + std::to_string(count));
-                    m.check(w, h, count, st);
-                    if (HasFatalFailure()) return;
-                }
+    t::checkEveryMember(10, {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {1, 1}, {2, 3}, {7, 5}, {9, 9}});
 }
 
 // ---- band and cache decisions of the 32f unit-stride kernels ---------------
@@ -172,13 +148,7 @@ TEST(TransposeChecks, GeneralOrder)
     const float* tf[16];
     float* to[16];
     for (int i = 0; i < 16; ++i) tf[i] = f + i, to[i] = out + i;
-    struct Case {
-        const char* what;
-        const char* order;
-        const char* failing;
-        std::function<orlStatus()> call;
-    };
-    const Case cases[] = {
+    const ref::OrderCase cases[] = {
         {"m: NULL before size", "NZT", "NZ", [&] { return orlmTranspose_m_32f(nullptr, 16, 4, 0, 4, out, 16, 4); }},
         {"m: size before stride", "NZT", "ZT", [&] { return orlmTranspose_m_32f(f, 16, 6, 4, 0, out, 16, 4); }},
         {"m _P: size before offset", "NZO", "ZO", [&] { return orlmTranspose_m_32f_P(tf, 2, 0, 2, to, 0); }},
@@ -187,7 +157,7 @@ TEST(TransposeChecks, GeneralOrder)
         {"ma _P: stride0 before offset", "NCZTO", "TO", [&] { return orlmTranspose_ma_32f_P(tf, 2, 6, 2, 2, to, 0, 64, 2); }},
         {"ma _L: stride2 before offset", "NCZTO", "TO", [&] { return orlmTranspose_ma_32f_L(tf, -4, 16, 6, 2, 2, to, 0, 16, 4, 2); }},
     };
-    for (const Case& c : cases) {
+    for (const ref::OrderCase& c : cases) {
         EXPECT_EQ(c.call(), ref::expectedStatus(c.order, c.failing)) << c.what;
         EXPECT_TRUE(std::all_of(out, out + 64, [](float x) { return x == -1.f; })) << c.what;
     }

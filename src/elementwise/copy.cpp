@@ -3,10 +3,17 @@
 // Neither family has a kernel or a parallel route: the entry validates and
 // then does the work itself. Copy moves each element as bits, item by item,
 // row by row, element by element in ascending order, so that a result that
-// overlaps its source gets what forward copying one element at a time gives.
+// overlaps its source gets what forward copying one element at a time gives
+// (standard-layout sides that share no byte move whole rows, or one packed
+// block, at once, which nobody can tell apart).
 // Both test stride0 only when count > 1: with one item a stride0 is never
 // used.
+#include <cstdint>
+#include <cstring>
 #include <string_view>
+#include <utility>
+
+#include <emmintrin.h>
 
 #include "frame/bits.h"
 #include "frame/kernel.h"
@@ -93,6 +100,53 @@ void copyItems(const S& src, const D& dst, int width, int height, int count)
     }
 }
 
+// Bytes from the first to one past the last element of a standard-layout
+// operand, in 64 bits on both ABIs; stride0 counts only with more than one
+// item. Every stride that counts is positive by then.
+template <class O>
+inline std::pair<std::uint64_t, std::uint64_t> extent(const O& o, int width, int height, int count)
+{
+    using U = std::uint64_t;
+    const U b = reinterpret_cast<std::uintptr_t>(o.p);
+    const U rowStep = isVector(O::kind) ? 0 : U(o.s1);
+    const U last = (count > 1 ? U(count - 1) * U(o.s0) : 0) + U(height - 1) * rowStep + U(width - 1) * U(o.s2) +
+                   sizeof(typename O::Elem);
+    return {b, b + last};
+}
+
+// Where the two sides share no byte the order of the moves cannot be seen,
+// and rows of adjacent elements move 16 bytes at a time; a result that
+// overlaps its source keeps the element-by-element forward copy. Pointers
+// and strides come by value so that they stay in registers.
+template <class E>
+void copyRows(const E* src, std::ptrdiff_t s0, std::ptrdiff_t s1, E* dst, std::ptrdiff_t d0, std::ptrdiff_t d1, int width,
+              int height, int count)
+{
+    // Both sides one packed block: one block move.
+    const std::ptrdiff_t row = std::ptrdiff_t(width) * std::ptrdiff_t(sizeof(E)), item = row * height;
+    if ((height == 1 || (s1 == row && d1 == row)) && (count == 1 || (s0 == item && d0 == item))) {
+        std::memcpy(dst, src, std::size_t(item) * std::size_t(count));
+        return;
+    }
+    constexpr int lanes = 16 / sizeof(E);
+    const auto move16 = [](E* d, const E* s) {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(d), _mm_loadu_si128(reinterpret_cast<const __m128i*>(s)));
+    };
+    for (int k = 0; k < count; ++k, src = at(src, s0), dst = at(dst, d0)) {
+        const E* a = src;
+        E* b = dst;
+        if (width == lanes) {  // one move a row: 4x4 floats, 2x2 doubles
+            for (int i = 0; i < height; ++i, a = at(a, s1), b = at(b, d1)) move16(b, a);
+            continue;
+        }
+        for (int i = 0; i < height; ++i, a = at(a, s1), b = at(b, d1)) {
+            int j = 0;
+            for (; j + lanes <= width; j += lanes) move16(b + j, a + j);
+            for (; j < width; ++j) moveBits(b[j], a[j]);
+        }
+    }
+}
+
 // ---- entries ---------------------------------------------------------------
 
 // Copy_ma: width, height, count. Copy_va: length, count.
@@ -113,6 +167,13 @@ orlStatus Copy(const S& src, const D& dst, Ints... sizes)
     c.S = count <= 1 || (stride0Ok(src) && stride0Ok(dst));
     if (const orlStatus st = firstFailure(copyOrder<E, S::kind, S::lay, D::lay>(), c)) return st;
 
+    if constexpr (S::lay == Lay::Std && D::lay == Lay::Std) {
+        const auto a = extent(src, width, height, count), b = extent(dst, width, height, count);
+        if (allUnit(src, dst) && (a.second <= b.first || b.second <= a.first))
+            return copyRows(src.p, count > 1 ? src.s0 : 0, vec ? 0 : src.s1, dst.p, count > 1 ? dst.s0 : 0, vec ? 0 : dst.s1,
+                            width, height, count),
+                   orlStatusOk;
+    }
     if (allUnit(src, dst))
         copyItems<true>(src, dst, width, height, count);
     else
