@@ -15,15 +15,7 @@
 
 namespace {
 
-using solvers::Case;
-using solvers::expectBits;
-using solvers::kUntouched;
-using solvers::Member;
-using solvers::Outcome;
-using solvers::Shape;
-using solvers::Vec1;
-using t::L;
-using t::Strides;
+using namespace solvers::names;
 
 // ---- reference: the decomposition as each kernel runs it --------------------
 
@@ -76,19 +68,7 @@ Outcome refFactor(int n, const Vec1& src, Vec1 dst, KernelRule r)
 
 // ---- members -----------------------------------------------------------------
 
-std::vector<Member> decomps()
-{
-    std::vector<Member> list;
-    ORL_DECOMP_MEMBERS(list, CholeskyDecomp, false)
-    return list;
-}
-
-std::vector<Member> substs()
-{
-    std::vector<Member> list;
-    ORL_SUBST_MEMBERS(list, CholeskyBackSubst, false)
-    return list;
-}
+ORL_SOLVER_LISTS(CholeskyDecomp, CholeskyBackSubst, false)
 
 // The kernel that a decomposition member runs, by its documented table.
 KernelRule ruleOf(const Member& m, int n, Strides st)

@@ -16,15 +16,7 @@
 
 namespace {
 
-using solvers::Case;
-using solvers::expectBits;
-using solvers::kUntouched;
-using solvers::Member;
-using solvers::Outcome;
-using solvers::Shape;
-using solvers::Vec1;
-using t::L;
-using t::Strides;
+using namespace solvers::names;
 
 // ---- reference: the steps as documented ---------------------------------------
 
@@ -90,19 +82,7 @@ Vec1 refSolve(int w, int h, const Vec1& f, const Vec1& rhs)
 
 // ---- members -----------------------------------------------------------------
 
-std::vector<Member> decomps()
-{
-    std::vector<Member> list;
-    ORL_DECOMP_MEMBERS(list, QRDecomp, true)
-    return list;
-}
-
-std::vector<Member> substs()
-{
-    std::vector<Member> list;
-    ORL_SUBST_MEMBERS(list, QRBackSubst, true)
-    return list;
-}
+ORL_SOLVER_LISTS(QRDecomp, QRBackSubst, true)
 
 Vec1 expectQR(const Member& m, int w, int h, const Vec1& a)
 {

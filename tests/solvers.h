@@ -124,6 +124,22 @@ Member member(const char* name, Fn fn)
     ORL_SOLVER_SHAPE(list, stem, mva, L, _L, buffered) ORL_SOLVER_SHAPE(list, stem, mava, Std, , buffered)    \
     ORL_SOLVER_SHAPE(list, stem, mava, P, _P, buffered) ORL_SOLVER_SHAPE(list, stem, mava, L, _L, buffered)
 
+// decomps() and substs(): the member lists of a decomposition stem and of
+// its back-substitution stem.
+#define ORL_SOLVER_LISTS(decompStem, substStem, buffered)   \
+    std::vector<solvers::Member> decomps()                  \
+    {                                                       \
+        std::vector<solvers::Member> list;                  \
+        ORL_DECOMP_MEMBERS(list, decompStem, buffered)      \
+        return list;                                        \
+    }                                                       \
+    std::vector<solvers::Member> substs()                   \
+    {                                                       \
+        std::vector<solvers::Member> list;                  \
+        ORL_SUBST_MEMBERS(list, substStem, buffered)        \
+        return list;                                        \
+    }
+
 // Bit equality, element by element; NaNs of any sign or payload count as equal.
 inline void expectBits(const Vec1& got, const Vec1& want, const std::string& what)
 {
@@ -191,3 +207,16 @@ inline void expectChecks(const Pools& p, std::initializer_list<CheckCase> cases)
 }
 
 }  // namespace solvers
+
+// The names the solver suites use without qualification.
+namespace solvers::names {
+using solvers::Case;
+using solvers::expectBits;
+using solvers::kUntouched;
+using solvers::Member;
+using solvers::Outcome;
+using solvers::Shape;
+using solvers::Vec1;
+using t::L;
+using t::Strides;
+}  // namespace solvers::names
