@@ -1,21 +1,9 @@
 """Cholesky decomposition (the factor's diagonal holds 1 / L[i][i]) and the
 back-substitution through that factor."""
 
-from grammar import Arg, Opd, is_array, split_shape
 from members import Family, each
 
-
-def decomp_items(stem, shape, lay):
-    return [Opd(shape, "src"), Opd(shape, "dst", result=True), Arg("int", "widthHeight")] + \
-        ([Arg("int", "count")] if is_array(shape) else [])
-
-
-def backsubst_items(stem, shape, lay):
-    kinds = split_shape(shape)          # m v | m va | ma va
-    arr = is_array(kinds[1])
-    return [Opd(kinds[0], "src"), Opd(kinds[1], "rhs"), Opd(kinds[1], "dst", result=True),
-            Arg("int", "widthHeight")] + ([Arg("int", "count")] if arr else [])
-
+from families._solver import backsubst_rule, decomp_rule
 
 chol = Family(
     key="chol",
@@ -23,7 +11,7 @@ chol = Family(
     entry="orl::chol::decompEntry",
     built=True,
 )
-chol.members = each([("CholeskyDecomp", "m"), ("CholeskyDecomp", "ma")], decomp_items, "chol")
+chol.members = each([("CholeskyDecomp", "m"), ("CholeskyDecomp", "ma")], decomp_rule([], ["widthHeight"]), "chol")
 
 cholbs = Family(
     key="cholbacksubst",
@@ -31,7 +19,7 @@ cholbs = Family(
     entry="orl::chol::backSubstEntry",
     built=True,
 )
-cholbs.members = each([("CholeskyBackSubst", "mv"), ("CholeskyBackSubst", "mva"), ("CholeskyBackSubst", "mava")],
-                      backsubst_items, "cholbacksubst")
+cholbs.members = each([("CholeskyBackSubst", s) for s in ("mv", "mva", "mava")], backsubst_rule([], ["widthHeight"]),
+                      "cholbacksubst")
 
 FAMILIES = [chol, cholbs]

@@ -2,24 +2,13 @@
 back-substitution through the stored reflectors; both take a buffer of
 `height` elements."""
 
-from grammar import Arg, Opd, is_array, split_shape
+from grammar import Arg
 from members import Family, each
 
-BUFFER = Arg("{T}*", "buffer")
-SIZES = [Arg("int", "width"), Arg("int", "height")]
+from families._solver import backsubst_rule, decomp_rule
 
-
-def decomp_items(stem, shape, lay):
-    return [Opd(shape, "src"), BUFFER, Opd(shape, "dst", result=True)] + SIZES + \
-        ([Arg("int", "count")] if is_array(shape) else [])
-
-
-def backsubst_items(stem, shape, lay):
-    kinds = split_shape(shape)          # m v | m va | ma va
-    arr = is_array(kinds[1])
-    return [Opd(kinds[0], "src"), BUFFER, Opd(kinds[1], "rhs"), Opd(kinds[1], "dst", result=True)] + SIZES + \
-        ([Arg("int", "count")] if arr else [])
-
+BUFFER = [Arg("{T}*", "buffer")]
+SIZES = ["width", "height"]
 
 qr = Family(
     key="qr",
@@ -27,7 +16,7 @@ qr = Family(
     entry="orl::qr::decompEntry",
     built=True,
 )
-qr.members = each([("QRDecomp", "m"), ("QRDecomp", "ma")], decomp_items, "qr")
+qr.members = each([("QRDecomp", "m"), ("QRDecomp", "ma")], decomp_rule(BUFFER, SIZES), "qr")
 
 qrbs = Family(
     key="qrbacksubst",
@@ -35,7 +24,6 @@ qrbs = Family(
     entry="orl::qr::backSubstEntry",
     built=True,
 )
-qrbs.members = each([("QRBackSubst", "mv"), ("QRBackSubst", "mva"), ("QRBackSubst", "mava")], backsubst_items,
-                    "qrbacksubst")
+qrbs.members = each([("QRBackSubst", s) for s in ("mv", "mva", "mava")], backsubst_rule(BUFFER, SIZES), "qrbacksubst")
 
 FAMILIES = [qr, qrbs]

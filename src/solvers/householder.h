@@ -11,6 +11,7 @@
 
 #include "frame/dispatch.h"
 #include "frame/operand.h"
+#include "frame/validate.h"
 
 namespace orl::qr {
 
@@ -26,6 +27,33 @@ constexpr std::string_view orderOf(bool array, Lay lay)
 // the driver is taken above them.
 //                                  Unit  Any   L Unit L Any  P
 constexpr LimitRow kLimits = both(2800, 2800, 1800,  1800,  1800, Test::GT);
+
+// The argument checks of both entries: every operand, the buffer, the
+// count, width and height, and last width <= height.
+template <bool array, Lay lay, class E, class... Ops>
+orlStatus checkArgs(const E* buffer, int width, int height, int count, const Ops&... ops)
+{
+    Checks c = operandChecks(ops...);
+    c.N = c.N && buffer != nullptr;
+    c.C = count >= 1;
+    c.Z = width >= 1 && height >= 1;
+    c.R = width <= height;
+    return firstFailure(orderOf(array, lay), c);
+}
+
+// The route of both array entries: `kernel(items, buf, args...)` with buf
+// the caller's buffer on the serial route, and each thread's own scratch of
+// `height` elements on the parallel one.
+template <class E, class Kernel, class... Args>
+orlStatus routeWithBuffer(std::int32_t cost, Lay lay, int count, E* buffer, int height, Kernel&& kernel,
+                          const Args&... args)
+{
+    return routeScratch(cost, kLimits.of<E>(), lay, count, std::size_t(height) * sizeof(E),
+                        [&](int items, void* scratch, const auto&... o) {
+                            return kernel(items, scratch ? static_cast<E*>(scratch) : buffer, o...);
+                        },
+                        args...);
+}
 
 // Number of reflectors: the last column of a square matrix has none.
 constexpr int reflectors(int w, int h) { return w < h ? w : w - 1; }

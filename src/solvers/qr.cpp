@@ -75,23 +75,14 @@ orlStatus select(int count, typename D::Elem* buf, const S& s, const D& d, int w
 template <class S, class D, class E>
 orlStatus decompEntry(const S& src, E* buffer, const D& dst, int width, int height, int count = 1)
 {
-    Checks c = operandChecks(src, dst);
-    c.N = c.N && buffer != nullptr;
-    c.C = count >= 1;
-    c.Z = width >= 1 && height >= 1;
-    c.R = width <= height;
-    if (const orlStatus st = firstFailure(orderOf(D::array, D::lay), c)) return st;
-
+    if (const orlStatus st = checkArgs<D::array, D::lay>(buffer, width, height, count, src, dst)) return st;
     if constexpr (!D::array) {
         return decomp::select(1, buffer, src, dst, width, height);
     } else {
         const std::int32_t cost = (Wrap(width) * height * 2 * count).value();
-        return routeScratch(cost, kLimits.of<E>(), D::lay, count, std::size_t(height) * sizeof(E),
-                            [&](int items, void* scratch, const auto&... o) {
-                                E* buf = scratch ? static_cast<E*>(scratch) : buffer;
-                                return decomp::select(items, buf, o..., width, height);
-                            },
-                            src, dst);
+        return routeWithBuffer(cost, D::lay, count, buffer, height,
+                               [&](int items, E* buf, const auto&... o) { return decomp::select(items, buf, o..., width, height); },
+                               src, dst);
     }
 }
 

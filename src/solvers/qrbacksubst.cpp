@@ -124,24 +124,15 @@ orlStatus select(int count, typename X::Elem* buf, const S& s, const B& b, const
 template <class S, class B, class X, class E>
 orlStatus backSubstEntry(const S& src, E* buffer, const B& rhs, const X& dst, int width, int height, int count = 1)
 {
-    Checks c = operandChecks(src, rhs, dst);
-    c.N = c.N && buffer != nullptr;
-    c.C = count >= 1;
-    c.Z = width >= 1 && height >= 1;
-    c.R = width <= height;
-    if (const orlStatus st = firstFailure(orderOf(X::array, X::lay), c)) return st;
-
+    if (const orlStatus st = checkArgs<X::array, X::lay>(buffer, width, height, count, src, rhs, dst)) return st;
     if constexpr (!X::array) {
         return subst::select(1, buffer, src, rhs, dst, width, height);
     } else {
         const Wrap w = width, h = height, n = count;
         const std::int32_t cost = (S::array ? (w * h + w + h) * n : w * h + (w + h) * n).value();
-        return routeScratch(cost, kLimits.of<E>(), X::lay, count, std::size_t(height) * sizeof(E),
-                            [&](int items, void* scratch, const auto&... o) {
-                                E* buf = scratch ? static_cast<E*>(scratch) : buffer;
-                                return subst::select(items, buf, o..., width, height);
-                            },
-                            src, rhs, dst);
+        return routeWithBuffer(cost, X::lay, count, buffer, height,
+                               [&](int items, E* buf, const auto&... o) { return subst::select(items, buf, o..., width, height); },
+                               src, rhs, dst);
     }
 }
 
