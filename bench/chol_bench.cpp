@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "orlm.h"
-#include "versus.h"
+#include "peers.h"
 
 #include <Eigen/Dense>
 
@@ -71,7 +71,7 @@ template <class E, int N>
 void BM_DecompAndSolve(benchmark::State& state)
 {
     Systems<E, N> s;
-    timeAgainst(
+    bench::timePair(
         state, kCount, [&] { orlm(s), benchmark::DoNotOptimize(s.x.data()); },
         [&] { eigen(s), benchmark::DoNotOptimize(s.xe.data()); });
 }

@@ -8,7 +8,7 @@
 #include <Eigen/Dense>
 
 #include "orlm.h"
-#include "peer.h"
+#include "peers.h"
 
 namespace {
 

@@ -50,4 +50,12 @@ inline void timeAgainst(benchmark::State& state, int itemsPerCall, const std::fu
     }
 }
 
+// One peer (Eigen): counters `ns_per_item`, `eigen_ns_per_item` and `ratio`.
+template <class Ours, class Peer>
+void timePair(benchmark::State& state, int itemsPerCall, Ours&& ours, Peer&& peer)
+{
+    timeAgainst(state, itemsPerCall, [&] { return ours(), benchmark::ClobberMemory(), true; },
+                {{"eigen", "", [&] { peer(), benchmark::ClobberMemory(); }}});
+}
+
 }  // namespace bench

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "orlm.h"
-#include "versus.h"
+#include "peers.h"
 
 #include <Eigen/Dense>
 
@@ -50,7 +50,7 @@ template <int H, int W>
 void BM_DecompAndSolve(benchmark::State& state)
 {
     Systems<H, W> s;
-    timeAgainst(
+    bench::timePair(
         state, kCount, [&] { s.orlm(), benchmark::DoNotOptimize(s.x.data()); },
         [&] { s.eigen(), benchmark::DoNotOptimize(s.xe.data()); });
 }
