@@ -275,23 +275,19 @@ TEST(AddSubVecChecks, MembersThatLeaveATestOut)
 TEST(AddSubVecRoute, CostsAndLimits)
 {
     Threads two(2);
-    std::vector<float> f(40000, 1.f), fo(f.size());
-    std::vector<double> g(40000, 1.0), go(g.size());
-    std::vector<const float*> lf(1000, f.data());
-    std::vector<float*> lfo(1000, fo.data());
-    std::vector<const double*> lg(1000, g.data()), tg{g.data(), g.data() + 1, g.data() + 2, g.data() + 3};
-    std::vector<double*> lgo(1000, go.data()), tgo{go.data(), go.data() + 1, go.data() + 2, go.data() + 3};
-    const float *F = f.data(), *tf[4] = {F, F + 1, F + 2, F + 3};
-    float *FO = fo.data(), *tfo[4] = {FO, FO + 1, FO + 2, FO + 3};
-    const double* G = g.data();
-    double* GO = go.data();
+    t::Pool<float> f(40000, 1000, 4);
+    t::Pool<double> g(40000, 1000, 4);
+    const float* F = f.S;
+    float* FO = f.D;
+    const double* G = g.S;
+    double* GO = g.D;
     const std::pair<std::function<orlStatus()>, bool> cases[] = {
         // (2n+1)*L: 625*32 = 20000 stays (>), 627*32 passes; _L 32f has 40000, _L 64f 20000
         {[&] { return orlmAdd_vav_32f(F, 4, 4, F, 4, FO, 4, 4, 32, 312); }, false},
         {[&] { return orlmAdd_vav_32f(F, 4, 4, F, 4, FO, 4, 4, 32, 313); }, true},
-        {[&] { return orlmAdd_vav_32f_L(lf.data(), 0, 4, F, 4, lfo.data(), 0, 4, 32, 313); }, false},
-        {[&] { return orlmAdd_vav_32f_L(lf.data(), 0, 4, F, 4, lfo.data(), 0, 4, 32, 625); }, true},
-        {[&] { return orlmSub_vav_64f_L(lg.data(), 0, 8, G, 8, lgo.data(), 0, 8, 32, 313); }, true},
+        {[&] { return orlmAdd_vav_32f_L(f.lst.data(), 0, 4, F, 4, f.dlst.data(), 0, 4, 32, 313); }, false},
+        {[&] { return orlmAdd_vav_32f_L(f.lst.data(), 0, 4, F, 4, f.dlst.data(), 0, 4, 32, 625); }, true},
+        {[&] { return orlmSub_vav_64f_L(g.lst.data(), 0, 8, G, 8, g.dlst.data(), 0, 8, 32, 313); }, true},
         // cva counts 2n+1 whatever the length
         {[&] { return orlmSub_cva_32f(F, 4, 4, 1.f, FO, 4, 4, 1000, 9999); }, false},
         {[&] { return orlmSub_cva_32f(F, 4, 4, 1.f, FO, 4, 4, 1, 10000); }, true},
@@ -302,8 +298,8 @@ TEST(AddSubVecRoute, CostsAndLimits)
         {[&] { return orlmSub_cava_32f(F, 4, 4, F, 4, FO, 4, 4, 2, 4001); }, true},
         {[&] { return orlmSub_vava_32f(F, 4, 4, F, 4, 4, FO, 4, 4, 2, 3334); }, true},
         // Sub vva 64f _P stays serial above its limit; its 32f twin does not; vv has no driver
-        {[&] { return orlmSub_vva_64f_P(tg.data(), 0, tg.data(), 0, 8, tgo.data(), 0, 8, 4, 30000); }, false},
-        {[&] { return orlmSub_vva_32f_P(tf, 0, tf, 0, 4, tfo, 0, 4, 4, 30000); }, true},
+        {[&] { return orlmSub_vva_64f_P(g.tbl.data(), 0, g.tbl.data(), 0, 8, g.dtbl.data(), 0, 8, 4, 30000); }, false},
+        {[&] { return orlmSub_vva_32f_P(f.tbl.data(), 0, f.tbl.data(), 0, 4, f.dtbl.data(), 0, 4, 4, 30000); }, true},
         {[&] { return orlmAdd_vv_32f(F, 4, F, 4, FO, 4, 40000); }, false},
     };
     for (size_t i = 0; i < std::size(cases); ++i) {
