@@ -267,6 +267,25 @@ void fillEach(O& o, int count, int rows, int cols, F pattern)
             for (int j = 0; j < cols; ++j) pattern(elem(o, k, i, j), x++);
 }
 
+// Memory for route tests, where only the path a call takes is looked at:
+// items may overlap (a stride0 of one element), so that large counts need
+// little memory. `S`, `D` are the source and result bases, `lst`/`dlst`
+// lists of `items` pointers to them (_L), `tbl`/`dtbl` tables of element
+// pointers (_P).
+template <class E>
+struct Pool {
+    std::vector<E> src, dst;
+    std::vector<const E*> lst, tbl;
+    std::vector<E*> dlst, dtbl;
+    const E* S;
+    E* D;
+    Pool(size_t elems, int items, int length) : src(elems, E(1)), dst(elems), lst(items, src.data()), dlst(items, dst.data())
+    {
+        S = src.data(), D = dst.data();
+        for (int j = 0; j < length; ++j) tbl.push_back(S + j), dtbl.push_back(D + j);
+    }
+};
+
 // Sets the core library's thread count for one scope.
 struct Threads {
     int saved = threads_omp_of_n_orl;

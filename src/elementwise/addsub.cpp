@@ -420,6 +420,9 @@ void runVec(const A a, const B b, const D d, int length, int count)
     constexpr bool packed = Unit && std::is_same_v<Acc, E>;
     const auto sa = vecSourceItems<Unit, N>(a);
     const auto sb = vectorOrConstItems<Unit, N>(b);
+    // Two items a step in the straight-line forms: short items are bound by
+    // the loop overhead.
+#pragma GCC unroll 2
     for (int k = 0; k < count; ++k) {
         const auto& x = sa(k);
         const auto& y = sb(k);

@@ -120,6 +120,9 @@ void run(const A a, typename D::Elem v1, const B b, S v2, const D d, int length,
     const auto sa = vecSourceItems<Unit, N>(a);
     const auto sb = vecSourceItems<Unit, N>(b);
     const int n = N > 0 ? N : length;
+    // Two items a step in the straight-line forms: short items are bound by
+    // the loop overhead.
+#pragma GCC unroll 2
     for (int k = 0; k < count; ++k) {
         const auto& x = sa(k);
         const auto& y = sb(k);
