@@ -401,7 +401,7 @@ struct Columns {
     V c[N][G];
 
     template <bool Tr, class Acc>
-    void load(const Acc& a)
+    [[gnu::always_inline]] void load(const Acc& a)
     {
         if constexpr (Tr) {
             // A column of the transpose is a stored row.
@@ -422,7 +422,7 @@ struct Columns {
 // x(k) in every lane, for k = 0 .. N-1: whole runs of lanes loaded at once
 // and spread, the rest one by one.
 template <class E, int N, class Acc>
-inline void broadcasts(const Acc& x, typename Lanes<E>::V (&xb)[N])
+[[gnu::always_inline]] inline void broadcasts(const Acc& x, typename Lanes<E>::V (&xb)[N])
 {
     using Ln = Lanes<E>;
     constexpr int L = Ln::n, full = N / L;
