@@ -73,6 +73,30 @@ struct Sizes {
     constexpr bool has(int n) const { return n >= 0 && n < 32 && ((bits >> n) & 1u); }
 };
 
+// Does a blank-separated list of shapes ("mam mat tam") name `shape`? The
+// kernel tables of the families list their shapes this way.
+constexpr bool listed(std::string_view list, std::string_view shape)
+{
+    while (!list.empty()) {
+        const std::size_t sp = list.find(' ');
+        if (list.substr(0, sp) == shape) return true;
+        if (sp == std::string_view::npos) break;
+        list.remove_prefix(sp + 1);
+    }
+    return false;
+}
+
+// The sizes 3 to 6 whose path in a kernel table row (`at`, one entry a size)
+// is not `none`: the sizes with an unrolled form.
+template <class Path>
+constexpr Sizes sizesWhere(const Path (&at)[4], Path none)
+{
+    Sizes z;
+    for (int i = 0; i < 4; ++i)
+        if (at[i] != none) z.bits |= 1u << (i + 3);
+    return z;
+}
+
 // The size dispatch of a kernel: `fixed(std::integral_constant<int, N>{})`
 // when n is one of the sizes 3..6 that S holds, else `general()`. A caller
 // passes 0 for n where the operation is not square.

@@ -127,17 +127,6 @@ constexpr KernelRow kKernels[] = {
     {F64, Var::LS2,  kArrays,                                                      {G, G, G,   G}, Running, perItem},
 };
 
-constexpr bool listed(std::string_view list, std::string_view shape)
-{
-    while (!list.empty()) {
-        const std::size_t sp = list.find(' ');
-        if (list.substr(0, sp) == shape) return true;
-        if (sp == std::string_view::npos) break;
-        list.remove_prefix(sp + 1);
-    }
-    return false;
-}
-
 constexpr int rowsFor(Ty ty, Var var, std::string_view shape)
 {
     int n = 0;
@@ -153,13 +142,7 @@ constexpr const KernelRow& rowOf(Ty ty, Var var, std::string_view shape)
 }
 
 // The sizes at which a kernel has an unrolled path.
-constexpr Sizes unrolledSizes(const KernelRow& r)
-{
-    Sizes z;
-    for (int i = 0; i < 4; ++i)
-        if (r.at[i] != G) z.bits |= 1u << (i + 3);
-    return z;
-}
+constexpr Sizes unrolledSizes(const KernelRow& r) { return sizesWhere(r.at, G); }
 
 // Every kernel of every shape has exactly one row.
 constexpr bool tableComplete()

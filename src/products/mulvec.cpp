@@ -144,17 +144,6 @@ constexpr KernelRow kKernels[] = {
     {Gaxpy, F64, Var::LS2,  kGaxpyArrays,       {Chain, Chain, Chain, X},     Through},
 };
 
-constexpr bool listed(std::string_view list, std::string_view shape)
-{
-    while (!list.empty()) {
-        const std::size_t sp = list.find(' ');
-        if (list.substr(0, sp) == shape) return true;
-        if (sp == std::string_view::npos) break;
-        list.remove_prefix(sp + 1);
-    }
-    return false;
-}
-
 constexpr bool matches(const KernelRow& r, Op op, Ty ty, Var var, std::string_view shape)
 {
     return r.op == op && r.ty == ty && r.var == var && listed(r.shapes, shape);
@@ -167,13 +156,7 @@ constexpr const KernelRow& rowOf(Op op, Ty ty, Var var, std::string_view shape)
     return kKernels[0];
 }
 
-constexpr Sizes unrolledSizes(const KernelRow& r)
-{
-    Sizes z;
-    for (int i = 0; i < 4; ++i)
-        if (r.at[i] != G) z.bits |= 1u << (i + 3);
-    return z;
-}
+constexpr Sizes unrolledSizes(const KernelRow& r) { return sizesWhere(r.at, G); }
 
 constexpr bool packed(Path p) { return p == Row || p == Col || p == Pair; }
 
@@ -362,7 +345,7 @@ struct Columns {
     V c[N][G];
 
     template <bool Tr, class Acc>
-    void load(const Acc& a)
+    [[gnu::always_inline]] void load(const Acc& a)
     {
         if constexpr (Tr) {
             // A column of the transpose is a stored row.
@@ -383,7 +366,7 @@ struct Columns {
 // x(k) in every lane, for k = 0 .. N-1: whole runs of lanes loaded at once
 // and spread, the rest one by one.
 template <class E, int N, class Acc>
-inline void broadcasts(const Acc& x, typename Lanes<E>::V (&xb)[N])
+[[gnu::always_inline]] inline void broadcasts(const Acc& x, typename Lanes<E>::V (&xb)[N])
 {
     using Ln = Lanes<E>;
     constexpr int L = Ln::n, full = N / L;
