@@ -86,6 +86,15 @@ constexpr bool listed(std::string_view list, std::string_view shape)
     return false;
 }
 
+// The names by which kernel tables list variants and element types.
+constexpr std::string_view varName(Var v)
+{
+    constexpr std::string_view names[] = {"unit", "S2", "P", "L", "LS2"};
+    return names[static_cast<int>(v)];
+}
+
+constexpr std::string_view tyName(Ty t) { return t == Ty::F32 ? "32f" : "64f"; }
+
 // The sizes 3 to 6 whose path in a kernel table row (`at`, one entry a size)
 // is not `none`: the sizes with an unrolled form.
 template <class Path>

@@ -19,24 +19,6 @@
 
 namespace orl::dotcross {
 
-// Is `word` one of the space-separated words of `list`?
-constexpr bool listed(std::string_view list, std::string_view word)
-{
-    while (!list.empty()) {
-        const std::size_t end = list.find(' ');
-        if (list.substr(0, end) == word) return true;
-        if (end == std::string_view::npos) break;
-        list.remove_prefix(end + 1);
-    }
-    return false;
-}
-
-constexpr std::string_view varName(Var v)
-{
-    constexpr std::string_view names[] = {"unit", "S2", "P", "L", "LS2"};
-    return names[static_cast<int>(v)];
-}
-
 // ---- dot product: tables ------------------------------------------------------
 
 // The straight-line form of a kernel at one length: the order of its
@@ -74,7 +56,7 @@ constexpr DotRow kDotForms[] = {
 constexpr DotForm dotForm(std::string_view shape, Ty ty, Var v, int n)
 {
     for (const DotRow& r : kDotForms)
-        if (listed(r.shapes, shape) && listed(r.types, ty == Ty::F32 ? "32f" : "64f") && listed(r.kernels, varName(v))) {
+        if (listed(r.shapes, shape) && listed(r.types, tyName(ty)) && listed(r.kernels, varName(v))) {
             const char* f = r.at[n - 3];
             return f[0] == 'x' ? DotForm{true, Tree("p0")} : DotForm{false, Tree(f)};
         }

@@ -19,25 +19,6 @@
 
 namespace orl::norms {
 
-constexpr bool listed(std::string_view list, std::string_view word)
-{
-    while (!list.empty()) {
-        const std::size_t end = list.find(' ');
-        if (list.substr(0, end) == word) return true;
-        if (end == std::string_view::npos) break;
-        list.remove_prefix(end + 1);
-    }
-    return false;
-}
-
-constexpr std::string_view varName(Var v)
-{
-    constexpr std::string_view names[] = {"unit", "S2", "P", "L", "LS2"};
-    return names[static_cast<int>(v)];
-}
-
-constexpr std::string_view tyName(Ty t) { return t == Ty::F32 ? "32f" : "64f"; }
-
 template <class E>
 constexpr E kEps = sizeof(E) == 4 ? E(FLT_EPSILON) : E(DBL_EPSILON);
 
