@@ -158,7 +158,7 @@ struct Vec {
     }
     E& operator()(int k, int j)
     {
-        unsigned char* b = lay == L::P   ? reinterpret_cast<unsigned char*>(ptrs[j]) + off + k * s0
+        unsigned char* b = lay == L::P   ? reinterpret_cast<unsigned char*>(ptrs[j]) + off + (array ? k * s0 : 0)
                            
                            : listed     ? reinterpret_cast<unsigned char*>(ptrs[k]) + off + j * s2
                                          : mem.data() + (array ? k * s0 : 0) + j * s2;
