@@ -10,10 +10,7 @@ fault whether a test program failed (caught) or all passed (missed).
     python3 tools/faults.py                 # every fault
     python3 tools/faults.py --only lu mul   # faults whose file or text match
     python3 tools/faults.py --list          # the table, nothing built
-    python3 tools/faults.py --rev HEAD      # the tree of a commit instead
-
-The copy is built at -O1: the faults are in the logic, and -O1 builds much
-faster than -O2 while the tests still run at nearly full speed.
+    python3 tools/faults.py --compare REV   # also the test programs of commit REV
 
 For developers, not for CI: a full run rebuilds each source file a few times.
 """
@@ -111,16 +108,13 @@ def sh(cmd, cwd=None, timeout=None, log=None):
     return r.returncode, r.stdout
 
 
-def sync(root, dst, rev=None):
-    """Copy the working tree (or the tree of commit `rev`) into dst, rewriting
-    only files that differ, so that the build there stays incremental."""
-    listing = ["git", "ls-tree", "-r", "--name-only", "-z", rev] if rev else \
-        ["git", "ls-files", "-co", "--exclude-standard", "-z"]
-    files = subprocess.run(listing, cwd=root, check=True, stdout=subprocess.PIPE).stdout.decode().split("\0")
+def sync(root, dst):
+    """Copy the working tree into dst, rewriting only files that differ, so
+    that the build there stays incremental."""
+    files = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "-z"], cwd=root, check=True,
+                           stdout=subprocess.PIPE).stdout.decode().split("\0")
     for rel in filter(None, files):
-        if rev:
-            data = subprocess.run(["git", "show", f"{rev}:{rel}"], cwd=root, check=True, stdout=subprocess.PIPE).stdout
-        elif os.path.isfile(os.path.join(root, rel)):
+        if os.path.isfile(os.path.join(root, rel)):
             data = open(os.path.join(root, rel), "rb").read()
         else:
             continue
@@ -136,64 +130,94 @@ def main():
     ap = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     ap.add_argument("--work", help="directory for the copy and the build (reused between runs)")
     ap.add_argument("--only", nargs="*", help="only faults whose file, text or description contain one of these")
+    ap.add_argument("--pick", help="only these faults, by number in --list (e.g. 1,4,9)")
+    ap.add_argument("--compare", metavar="REV",
+                    help="also run the test programs of commit REV against each faulted library, as a second column")
     ap.add_argument("--timeout", type=int, default=300, help="seconds for one test program")
     ap.add_argument("--jobs", type=int, default=2)
-    ap.add_argument("--rev", help="take the tree of this commit instead of the working tree")
     ap.add_argument("--list", action="store_true")
     args = ap.parse_args()
 
     root = subprocess.run(["git", "rev-parse", "--show-toplevel"], cwd=os.path.dirname(os.path.abspath(__file__)),
                           check=True, stdout=subprocess.PIPE, text=True).stdout.strip()
-    faults = [f for f in FAULTS if not args.only or any(w in f[0] or w in f[1] or w in f[3] for w in args.only)]
+    numbered = list(enumerate(FAULTS, 1))
+    if args.pick:
+        wanted = {int(x) for x in args.pick.split(",")}
+        numbered = [(n, f) for n, f in numbered if n in wanted]
+    if args.only:
+        numbered = [(n, f) for n, f in numbered if any(w in f[0] or w in f[1] or w in f[3] for w in args.only)]
     if args.list:
-        for i, (path, old, new, what) in enumerate(faults, 1):
-            print(f"{i:3} {path:32} {what}")
+        for n, (path, old, new, what) in numbered:
+            print(f"{n:3} {path:32} {what}")
         return 0
 
     work = args.work or os.path.join(tempfile.gettempdir(), "orlm-faults-" + hashlib.md5(root.encode()).hexdigest()[:8])
     tree, build, log = os.path.join(work, "tree"), os.path.join(work, "build"), os.path.join(work, "log.txt")
     os.makedirs(tree, exist_ok=True)
     open(log, "w").close()
-    sync(root, tree, args.rev)
+    sync(root, tree)
+    suites = {"now": PROGRAMS}
+    if args.compare:
+        # The other suite's programs beside this one's, against the same library.
+        suites[args.compare] = []
+        cml = open(os.path.join(root, "tests", "CMakeLists.txt")).read()
+        for prog in PROGRAMS:
+            text = subprocess.run(["git", "show", f"{args.compare}:tests/{prog}.cpp"], cwd=root, check=True,
+                                  stdout=subprocess.PIPE).stdout
+            name = "cmp_" + prog
+            with open(os.path.join(tree, "tests", name + ".cpp"), "wb") as f:
+                f.write(text)
+            cml += f"\norlm_test({name} {name}.cpp)\n"
+            suites[args.compare].append(name)
+        with open(os.path.join(tree, "tests", "CMakeLists.txt"), "w") as f:
+            f.write(cml)
+    targets = [p for progs in suites.values() for p in progs]
     print(f"tree copy {tree}, build {build}, log {log}", flush=True)
 
-    for path, old, new, what in faults:
-        n = open(os.path.join(tree, path)).read().count(old)
-        if n != 1:
-            print(f"fault table out of date: '{what}': old text found {n} times in {path}")
+    for n, (path, old, new, what) in numbered:
+        count = open(os.path.join(tree, path)).read().count(old)
+        if count != 1:
+            print(f"fault table out of date: {n} '{what}': old text found {count} times in {path}")
             return 2
 
+    # The library at -O0: the faults are in the logic, and -O0 builds several
+    # times faster. Test programs keep their own -O1 and are not relinked
+    # when only the library changes.
     if not os.path.exists(os.path.join(build, "build.ninja")):
         rc, out = sh(["cmake", "-S", tree, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=RelWithDebInfo",
-                      "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1", "-DCMAKE_C_FLAGS_RELWITHDEBINFO=-O1",
-                      f"-DORLM_FAMILY_FILTER={FAMILIES}", "-DORLM_EXAMPLES=OFF"], log=log)
+                      "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O0", "-DCMAKE_C_FLAGS_RELWITHDEBINFO=-O0",
+                      "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", f"-DORLM_FAMILY_FILTER={FAMILIES}",
+                      "-DORLM_EXAMPLES=OFF"], log=log)
         if rc != 0:
             print(out)
             return 2
 
-    def build_and_test(first=""):
-        rc, out = sh(["cmake", "--build", build, f"-j{args.jobs}", "--target"] + PROGRAMS, log=log)
-        if rc != 0:
-            return "no build", ""
+    def run_suite(progs, first):
         # The family's own program first: most faults stop there.
-        for prog in sorted(PROGRAMS, key=lambda p: p != first):
-            rc, out = sh([os.path.join(build, "tests", prog), "--gtest_brief=1"], timeout=args.timeout, log=log)
+        for prog in sorted(progs, key=lambda p: not p.endswith(first)):
+            rc, out = sh([os.path.join(build, "tests", prog), "--gtest_brief=1", "--gtest_fail_fast"],
+                         timeout=args.timeout, log=log)
             if rc != 0:
-                first = next((l for l in out.splitlines() if "Failure" in l or "FAILED" in l), out.strip()[-80:])
-                return "caught", f"{prog}: {'timeout' if rc is None else first.strip()[:90]}"
+                line = next((l for l in out.splitlines() if "Failure" in l or "FAILED" in l), out.strip()[-80:])
+                return "caught", f"{prog}: {'timeout' if rc is None else line.strip()[:70]}"
         return "missed", ""
 
+    def build_and_test(first=""):
+        rc, out = sh(["cmake", "--build", build, f"-j{args.jobs}", "--target"] + targets, log=log)
+        if rc != 0:
+            return {name: ("no build", "") for name in suites}
+        return {name: run_suite(progs, first) for name, progs in suites.items()}
+
     t0 = time.time()
-    verdict, why = build_and_test()
-    if verdict != "missed":
-        print(f"the unmodified tree does not build and pass ({verdict}: {why}); see {log}")
+    base = build_and_test()
+    if any(v != "missed" for v, _ in base.values()):
+        print(f"the unmodified tree does not build and pass ({base}); see {log}")
         return 2
     print(f"unmodified tree builds and passes ({time.time() - t0:.0f} s)", flush=True)
+    print("  #  " + "  ".join(f"{name:8}" for name in suites) + "file / fault", flush=True)
 
-    caught, results = 0, []
-    order = sorted(range(len(faults)), key=lambda i: faults[i][0])  # one rebuild per fault within a file
-    for i in order:
-        path, old, new, what = faults[i]
+    results = []
+    for n, (path, old, new, what) in sorted(numbered, key=lambda x: x[1][0]):  # one rebuild a fault within a file
         file = os.path.join(tree, path)
         original = open(file).read()
         with open(file, "w") as f:
@@ -201,21 +225,25 @@ def main():
         t0 = time.time()
         try:
             family = os.path.splitext(os.path.basename(path))[0]
-            verdict, why = build_and_test(family + "_test" if "/frame/" not in path else "frame_test")
+            got = build_and_test(family + "_test" if "/frame/" not in path else "frame_test")
         finally:
             with open(file, "w") as f:
                 f.write(original)
-        caught += verdict == "caught"
-        results.append((i, verdict))
-        print(f"{i + 1:3} {verdict:8} {path:30} {what} ({time.time() - t0:.0f} s) {why}", flush=True)
+        results.append((n, what, got))
+        why = "; ".join(w for _, w in got.values() if w)
+        print(f"{n:3}  " + "  ".join(f"{v:8}" for v, _ in got.values())
+              + f"{path} {what} ({time.time() - t0:.0f} s) {why}", flush=True)
 
-    invalid = sum(v == "no build" for _, v in results)
-    print(f"\ncaught {caught} of {len(results) - invalid} faults"
-          + (f" ({invalid} did not build)" if invalid else ""))
-    missed = [faults[i][3] for i, v in results if v == "missed"]
-    for m in missed:
-        print(f"  missed: {m}")
-    return 0 if not missed else 1
+    print()
+    for name in suites:
+        verdicts = [got[name][0] for _, _, got in results]
+        built = [v for v in verdicts if v != "no build"]
+        print(f"{name}: caught {built.count('caught')} of {len(built)} faults"
+              + (f" ({len(verdicts) - len(built)} did not build)" if len(built) < len(verdicts) else ""))
+        for n, what, got in results:
+            if got[name][0] == "missed":
+                print(f"  missed {n}: {what}")
+    return 0 if all(got[name][0] != "missed" for _, _, got in results for name in suites) else 1
 
 
 if __name__ == "__main__":
