@@ -1,11 +1,13 @@
 // The parallel driver and the identity of the library: the split of an array
 // over threads, the status merge, a smaller team than asked for, per-thread
-// scratch, the wrapping cost, the version record and the core library.
+// scratch, the wrapping cost and the limit tests, the version record and the
+// core library.
 #include <gtest/gtest.h>
 
 #include <omp.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <mutex>
@@ -15,69 +17,41 @@
 #include "frame/dispatch.h"
 #include "frame/validate.h"
 #include "operands.h"
-#include "orlcore.h"
-#include "orlm.h"
 
 namespace {
 
-using t::Threads;
-
-struct SliceRun {
-    int thread, first, items;
-    bool operator<(const SliceRun& o) const { return first < o.first; }
-};
-
-std::vector<SliceRun> runsOf(int T, int count)
+// The runs (first item, items) that the driver hands out, in item order,
+// and the thread of each.
+std::vector<std::array<int, 3>> runsOf(int T, int count)
 {
-    Threads th(T);
-    std::vector<SliceRun> runs;
+    t::Threads th(T);
+    std::vector<std::array<int, 3>> runs;
     std::mutex m;
-    const orlStatus st = orl::drive(count, 0, [&](int first, int items, void*) {
-        std::lock_guard<std::mutex> g(m);
-        runs.push_back({omp_get_thread_num(), first, items});
-        return orlStatusOk;
-    });
-    EXPECT_EQ(st, orlStatusOk);
+    EXPECT_EQ(orl::drive(count, 0, [&](int first, int items, void*) {
+                  std::lock_guard<std::mutex> g(m);
+                  runs.push_back({first, items, omp_get_thread_num()});
+                  return orlStatusOk;
+              }),
+              orlStatusOk);
     std::sort(runs.begin(), runs.end());
     return runs;
 }
 
-TEST(Driver, ContiguousRunsFirstRestThreadsTakeOneMore)
+TEST(Driver, ContiguousRunsFirstThreadsTakeOneMore)
 {
-    const auto runs = runsOf(4, 10);
-    ASSERT_EQ(runs.size(), 4u);
-    const SliceRun expect[] = {{0, 0, 3}, {1, 3, 3}, {2, 6, 2}, {3, 8, 2}};
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(runs[i].thread, expect[i].thread);
-        EXPECT_EQ(runs[i].first, expect[i].first);
-        EXPECT_EQ(runs[i].items, expect[i].items);
-    }
-}
-
-TEST(Driver, SerialFallbackRunsEverythingOnce)
-{
-    for (auto [T, count] : {std::pair{4, 3}, {1, 1000}, {0, 5}, {-3, 5}}) {
-        const auto runs = runsOf(T, count);
-        ASSERT_EQ(runs.size(), 1u) << T << " " << count;
-        EXPECT_EQ(runs[0].first, 0);
-        EXPECT_EQ(runs[0].items, count);
-    }
-    const auto even = runsOf(3, 3);
-    ASSERT_EQ(even.size(), 3u);
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(even[i].items, 1);
+    using R = std::vector<std::array<int, 3>>;
+    EXPECT_EQ(runsOf(4, 10), (R{{0, 3, 0}, {3, 3, 1}, {6, 2, 2}, {8, 2, 3}}));
+    EXPECT_EQ(runsOf(3, 3), (R{{0, 1, 0}, {1, 1, 1}, {2, 1, 2}}));
+    // Fewer items than threads, one thread, or none: everything in one run.
+    for (auto [T, count] : {std::pair{4, 3}, {1, 1000}, {0, 5}, {-3, 5}}) EXPECT_EQ(runsOf(T, count), (R{{0, count, 0}})) << T;
 }
 
 TEST(Driver, FirstFailureWinsAndZeroChangesNothing)
 {
-    Threads th(4);
-    // One failing slice: its status is the result whatever the order of arrival.
-    for (int failing = 0; failing < 4; ++failing) {
-        const orlStatus st = orl::drive(10, 0, [&](int first, int, void*) {
-            return orl::sliceOf(failing, 4, 10).first == first ? orlStatusSingular : orlStatusOk;
-        });
-        EXPECT_EQ(st, orlStatusSingular);
-    }
-    // Two failures of different kinds: one of the two, never 0.
+    t::Threads th(4);
+    for (int failing = 0; failing < 4; ++failing)  // one failing slice, whenever it arrives
+        EXPECT_EQ(orl::drive(10, 0, [&](int first, int, void*) { return first == orl::sliceOf(failing, 4, 10).first ? orlStatusSingular : orlStatusOk; }),
+                  orlStatusSingular);
     const orlStatus st = orl::drive(10, 0, [&](int first, int, void*) {
         return first == 3 ? orlStatusSingular : first == 8 ? orlStatusNoConvergence : orlStatusOk;
     });
@@ -89,7 +63,7 @@ TEST(Driver, FirstFailureWinsAndZeroChangesNothing)
 // be processed, on the calling thread.
 TEST(Driver, SmallerTeamStillProcessesEveryItem)
 {
-    Threads th(4);
+    t::Threads th(4);
     const int saved = omp_get_max_active_levels();
     omp_set_max_active_levels(1);
     std::vector<int> seen(10, 0);
@@ -101,33 +75,31 @@ TEST(Driver, SmallerTeamStillProcessesEveryItem)
     });
     omp_set_max_active_levels(saved);
     EXPECT_EQ(st, orlStatusOk);
-    for (int k = 0; k < 10; ++k) EXPECT_EQ(seen[k], 1) << k;
+    EXPECT_EQ(seen, std::vector<int>(10, 1));
 }
 
 TEST(Driver, ScratchIsPerThreadAlignedAndNullOnTheSerialRoute)
 {
-    {
-        Threads th(4);
+    for (int T : {4, 1}) {
+        t::Threads th(T);
         std::set<std::uintptr_t> blocks;
         std::mutex m;
         orl::drive(8, 100, [&](int, int, void* s) {
-            EXPECT_NE(s, nullptr);
+            if (T == 1) {
+                EXPECT_EQ(s, nullptr);
+                return orlStatusOk;
+            }
             EXPECT_EQ(reinterpret_cast<std::uintptr_t>(s) % 64, 0u);
             std::memset(s, 0xab, 100);  // each slice owns its 100 bytes
             std::lock_guard<std::mutex> g(m);
             blocks.insert(reinterpret_cast<std::uintptr_t>(s));
             return orlStatusOk;
         });
-        EXPECT_EQ(blocks.size(), 4u);
+        EXPECT_EQ(blocks.size(), T == 1 ? 0u : 4u);
     }
-    Threads one(1);
-    orl::drive(8, 100, [&](int, int, void* s) {
-        EXPECT_EQ(s, nullptr);
-        return orlStatusOk;
-    });
 }
 
-TEST(Cost, ThirtyTwoBitProductsWrap)
+TEST(Cost, ThirtyTwoBitProductsWrapAndLimitTests)
 {
     using orl::Wrap;
     EXPECT_EQ((Wrap(16) * 2303).value(), 36848);
@@ -170,30 +142,20 @@ TEST(Checks, OrdersThatNameOperands)
     }
 }
 
-TEST(Identity, VersionRecordAndHooks)
+TEST(Identity, VersionRecordHooksAndCore)
 {
     const orlLibVersion* v = orlmGetLibVersion();
     ASSERT_NE(v, nullptr);
     EXPECT_EQ(v, orlmGetLibVersion());
-    EXPECT_EQ(v->versionMajor, 5);
-    EXPECT_EQ(v->versionMinor, 2);
-    EXPECT_EQ(v->buildMajor, 108);
-    EXPECT_EQ(v->buildNumber, 345);
+    EXPECT_EQ((std::array{v->versionMajor, v->versionMinor, v->buildMajor, v->buildNumber}), (std::array{5, 2, 108, 345}));
     EXPECT_EQ(std::memcmp(v->targetCpu, "t7\0\0", 4), 0);
     EXPECT_STREQ(v->name, "liborlmt7.so.5.2");
     EXPECT_STREQ(v->versionText, "5.2");
     EXPECT_STREQ(v->buildDate, "Jul 11 2007");
     EXPECT_EQ(offsetof(orlLibVersion, targetCpu), 16u);
-    EXPECT_EQ(i_malloc, &malloc);
-    EXPECT_EQ(i_calloc, &calloc);
-    EXPECT_EQ(i_realloc, &realloc);
-    EXPECT_EQ(i_free, &free);
-}
-
-TEST(Core, ThreadCountAndCacheSize)
-{
+    EXPECT_TRUE(i_malloc == &malloc && i_calloc == &calloc && i_realloc == &realloc && i_free == &free);
     EXPECT_EQ(threads_omp_of_n_orl, omp_get_max_threads());
-    int32_t size = 0;
+    int32_t size = -1;
     orlGetMaxCacheSizeB(&size);
     EXPECT_GE(size, 0);
 }

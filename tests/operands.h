@@ -286,6 +286,32 @@ struct Pool {
     }
 };
 
+// Buffers for calls whose arguments are checked: sources, results that a
+// failing call must leave untouched, tables of element pointers into both,
+// and a perm table (entries 0 and 1 alternating, a valid perm of order 2).
+struct CheckBuffers {
+    float f[64], fo[64];
+    double g[64], go[64];
+    const float* tf[64];
+    float* to[64];
+    const double* tg[64];
+    double* tgo[64];
+    std::int32_t perm[64];
+    CheckBuffers()
+    {
+        for (int i = 0; i < 64; ++i) {
+            f[i] = float(i % 5 + 1), g[i] = i % 5 + 1, fo[i] = -1.f, go[i] = -1.0, perm[i] = i & 1;
+            tf[i] = f + i, to[i] = fo + i, tg[i] = g + i, tgo[i] = go + i;
+        }
+    }
+    bool untouched() const
+    {
+        for (int i = 0; i < 64; ++i)
+            if (fo[i] != -1.f || go[i] != -1.0 || perm[i] != (i & 1)) return false;
+        return true;
+    }
+};
+
 // Sets the core library's thread count for one scope.
 struct Threads {
     int saved = threads_omp_of_n_orl;

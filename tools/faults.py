@@ -1,0 +1,250 @@
+#!/usr/bin/env python3
+"""Seeded faults: does the test suite notice when the library is wrong?
+
+Applies one fault at a time to a copy of the tree (the working tree as it
+is, uncommitted changes included; the tree itself is never modified),
+rebuilds incrementally in one reusable build directory, runs the test
+programs of the first four families and of the frame, and prints for each
+fault whether a test program failed (caught) or all passed (missed).
+
+    python3 tools/faults.py                 # every fault
+    python3 tools/faults.py --only lu mul   # faults whose file or text match
+    python3 tools/faults.py --list          # the table, nothing built
+    python3 tools/faults.py --compare REV   # also the test programs of commit REV
+
+For developers, not for CI: a full run rebuilds each source file a few times.
+"""
+import argparse
+import hashlib
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+FAMILIES = "addsub;mul;lu;lubacksubst"
+PROGRAMS = ["frame_test", "addsub_test", "mul_test", "lu_test", "lubacksubst_test"]
+
+AS = "src/elementwise/addsub.cpp"
+MUL = "src/products/mul.cpp"
+LU = "src/solvers/lu.cpp"
+BS = "src/solvers/lubacksubst.cpp"
+DISP = "src/frame/dispatch.h"
+VAL = "src/frame/validate.h"
+NUM = "src/frame/numeric.h"
+OPD = "src/frame/operand.h"
+
+# (file, exact old text, new text, what the fault does)
+FAULTS = [
+    (AS, "static_cast<E>(static_cast<Acc>(a) - static_cast<Acc>(b))",
+     "static_cast<E>(static_cast<Acc>(a) + static_cast<Acc>(b))", "subtraction adds"),
+    (AS, "_mm_sub_ps(x, y)", "_mm_sub_ps(y, x)", "packed 32f rows subtract the wrong way round"),
+    (AS, '{Op::Add, "mam", Lay::Std, "NCTZ"}', '{Op::Add, "mam", Lay::Std, "NCZT"}',
+     "Add mam order string: Z and T swapped"),
+    (AS, "both(36864, 18432, 18432, 18432, 9216, Test::GE)", "both(36864, 18432, 18432, 18432, 9216, Test::GT)",
+     "add/sub limit test >= made >"),
+    (AS, "both(36864, 18432, 18432, 18432, 9216, Test::GE)", "both(36864, 18432, 18432, 18432, 9215, Test::GE)",
+     "add/sub _P limit off by one"),
+    (AS, "Wrap(2) * count + 1", "Wrap(2) * count", "add/sub cost of a shared operand off by one"),
+    (AS, "case Var::Unit: return array;", "case Var::Unit: return true;",
+     "64f single-item unit kernel sums in extended"),
+    (AS, '{Op::Add, "mat", Ty::F32, Var::Unit, k456}', '{Op::Add, "mat", Ty::F32, Var::Unit, k345}',
+     "form table row of Add mat 32f off by one size"),
+    (MUL, "return {A::trans ? w1 : h1, B::trans ? h2 : w2,", "return {A::trans ? h1 : w1, B::trans ? h2 : w2,",
+     "letter table: M of the first source swapped"),
+    (MUL, "w2 * h2 + (h2 + w1) * h1 * n; }}", "w2 * h2 + (w2 + w1) * h1 * n; }}", "cost of mat uses the wrong size"),
+    (MUL, "{6,     6,     6,     6,     6,    Test::GT}", "{6,     6,     6,     6,     6,    Test::GE}",
+     "32f limit test > made >="),
+    (MUL, '"mt mta tta",                                                 {X, X, X,   X}',
+     '"mt mta tta",                                                 {P, X, X,   X}',
+     "kernel table: mt 32f size 3 given the packed kind"),
+    (MUL, '{F64, Var::L,    "tta",                                                        {G, G, G,   G}, Blocked}',
+     '{F64, Var::L,    "tta",                                                        {G, G, G,   G}, Through}',
+     "kernel table: general path of tta 64f _L through the destination"),
+    (MUL, "(path == Path::Mix && j == 4)", "(path == Path::Mix && j == 3)", "mixed kind: extended column off by one"),
+    (MUL, "c.R = s.K == s.K2;", "c.R = true;", "size-match guard removed"),
+    (MUL, "case 3: rowBlocks<E, 3>(x, y, z, M4, N, K); break;", "case 3: rowBlocks<E, 2>(x, y, z, M4, N, K); break;",
+     "blocked: three rows left over done as two"),
+    (LU, "constexpr PathRule kUnrolled{0x1p-125f, 0x1p-1021, Pass::AtLeast,",
+     "constexpr PathRule kUnrolled{0x1p-125f, 0x1p-1021, Pass::Above,", "unrolled pivot test >= made >"),
+    (LU, "constexpr PathRule kGeneral {0x1p-23f,", "constexpr PathRule kGeneral {0x1p-22f,",
+     "general 32f tolerance off by a factor of two"),
+    (LU, "if (m > big) big = m, best = i;", "if (m >= big) big = m, best = i;", "ties take the later row"),
+    (LU, "Pass::AtLeast, true,  Final::FixedLast", "Pass::AtLeast, true,  Final::PermLast",
+     "unrolled final test at the pivoted element"),
+    (LU, "Pass::AtLeast, true,", "Pass::AtLeast, false,", "unrolled path tests before the exchange"),
+    (LU, "Final::FixedLast, Upd::FirstStage}", "Final::FixedLast, Upd::AllStages}",
+     "unrolled updates all extended (wrong numeric kind)"),
+    (LU, "if (st != orlStatusOk) return st;\n    }\n    return orlStatusOk;", "(void)st;\n    }\n    return orlStatusOk;",
+     "arrays go on after a failing item (guard removed)"),
+    (LU, "if (st == orlStatusOk)\n            for (int i = 0; i < N; ++i)", "for (int i = 0; i < N; ++i)",
+     "_P writes the copy after a failure (guard removed)"),
+    (BS, "y[i] = y[i] * inv[i];", "y[i] = y[i] / a[i][i];", "unrolled path divides (wrong rounding)"),
+    (BS, "dst(i) = rhs(p[i]) - sum;", "dst(i) = rhs(i) - sum;", "general path reads rhs without perm"),
+    (BS, "for (int j = N - 1; j > i; --j) y[i] = y[i] - a[i][j] * y[j];",
+     "for (int j = i + 1; j < N; ++j) y[i] = y[i] - a[i][j] * y[j];", "unrolled backward terms in ascending order"),
+    (BS, "both(1700, 1700, 1700, 1700, 1700, Test::GT)", "both(1700, 1700, 1700, 1700, 1700, Test::GE)",
+     "back-substitution limit test > made >="),
+    (BS, "(Wrap(n) + Wrap(2) * items) * n", "(Wrap(n) + items) * n", "mva cost formula wrong"),
+    (BS, "{perm, S::array ? n : 0}", "{perm, n}", "mva steps through perm per item"),
+    (DISP, "chunk + (i < rest ? 1 : 0)}", "chunk + (i <= rest ? 1 : 0)}", "driver slice boundary off by one"),
+    (VAL, "return (s & std::ptrdiff_t(sizeof(Elem) - 1)) == 0 && s >= 1;",
+     "return (s & std::ptrdiff_t(sizeof(Elem) - 1)) == 0 && s >= 0;", "stride of 0 accepted"),
+    (VAL, 'return l == Lay::Std ? "NCZT" : "NCZTO";', 'return l == Lay::Std ? "NCZT" : "NCZOT";',
+     "general order: T and O swapped"),
+    (NUM, "        d = E(0);\n        E r = E(0);", "        E r = E(0);", "running kind: destination not cleared first"),
+]
+
+
+def sh(cmd, cwd=None, timeout=None, log=None):
+    try:
+        r = subprocess.run(cmd, cwd=cwd, timeout=timeout, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+    except subprocess.TimeoutExpired:
+        return None, "timed out"
+    if log:
+        with open(log, "a") as f:
+            f.write(f"$ {' '.join(cmd)}\n{r.stdout}\n")
+    return r.returncode, r.stdout
+
+
+def sync(root, dst):
+    """Copy the working tree into dst, rewriting only files that differ, so
+    that the build there stays incremental."""
+    files = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "-z"], cwd=root, check=True,
+                           stdout=subprocess.PIPE).stdout.decode().split("\0")
+    for rel in filter(None, files):
+        if os.path.isfile(os.path.join(root, rel)):
+            data = open(os.path.join(root, rel), "rb").read()
+        else:
+            continue
+        out = os.path.join(dst, rel)
+        if os.path.exists(out) and open(out, "rb").read() == data:
+            continue
+        os.makedirs(os.path.dirname(out), exist_ok=True)
+        with open(out, "wb") as f:
+            f.write(data)
+
+
+def main():
+    ap = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    ap.add_argument("--work", help="directory for the copy and the build (reused between runs)")
+    ap.add_argument("--only", nargs="*", help="only faults whose file, text or description contain one of these")
+    ap.add_argument("--pick", help="only these faults, by number in --list (e.g. 1,4,9)")
+    ap.add_argument("--compare", metavar="REV",
+                    help="also run the test programs of commit REV against each faulted library, as a second column")
+    ap.add_argument("--timeout", type=int, default=300, help="seconds for one test program")
+    ap.add_argument("--jobs", type=int, default=2)
+    ap.add_argument("--list", action="store_true")
+    args = ap.parse_args()
+
+    root = subprocess.run(["git", "rev-parse", "--show-toplevel"], cwd=os.path.dirname(os.path.abspath(__file__)),
+                          check=True, stdout=subprocess.PIPE, text=True).stdout.strip()
+    numbered = list(enumerate(FAULTS, 1))
+    if args.pick:
+        wanted = {int(x) for x in args.pick.split(",")}
+        numbered = [(n, f) for n, f in numbered if n in wanted]
+    if args.only:
+        numbered = [(n, f) for n, f in numbered if any(w in f[0] or w in f[1] or w in f[3] for w in args.only)]
+    if args.list:
+        for n, (path, old, new, what) in numbered:
+            print(f"{n:3} {path:32} {what}")
+        return 0
+
+    work = args.work or os.path.join(tempfile.gettempdir(), "orlm-faults-" + hashlib.md5(root.encode()).hexdigest()[:8])
+    tree, build, log = os.path.join(work, "tree"), os.path.join(work, "build"), os.path.join(work, "log.txt")
+    os.makedirs(tree, exist_ok=True)
+    open(log, "w").close()
+    sync(root, tree)
+    suites = {"now": PROGRAMS}
+    if args.compare:
+        # The other suite's programs beside this one's, against the same library.
+        suites[args.compare] = []
+        cml = open(os.path.join(root, "tests", "CMakeLists.txt")).read()
+        for prog in PROGRAMS:
+            text = subprocess.run(["git", "show", f"{args.compare}:tests/{prog}.cpp"], cwd=root, check=True,
+                                  stdout=subprocess.PIPE).stdout
+            name = "cmp_" + prog
+            with open(os.path.join(tree, "tests", name + ".cpp"), "wb") as f:
+                f.write(text)
+            cml += f"\norlm_test({name} {name}.cpp)\n"
+            suites[args.compare].append(name)
+        with open(os.path.join(tree, "tests", "CMakeLists.txt"), "w") as f:
+            f.write(cml)
+    targets = [p for progs in suites.values() for p in progs]
+    print(f"tree copy {tree}, build {build}, log {log}", flush=True)
+
+    for n, (path, old, new, what) in numbered:
+        count = open(os.path.join(tree, path)).read().count(old)
+        if count != 1:
+            print(f"fault table out of date: {n} '{what}': old text found {count} times in {path}")
+            return 2
+
+    # The library at -O0: the faults are in the logic, and -O0 builds several
+    # times faster. Test programs keep their own -O1 and are not relinked
+    # when only the library changes.
+    if not os.path.exists(os.path.join(build, "build.ninja")):
+        rc, out = sh(["cmake", "-S", tree, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=RelWithDebInfo",
+                      "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O0", "-DCMAKE_C_FLAGS_RELWITHDEBINFO=-O0",
+                      "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", f"-DORLM_FAMILY_FILTER={FAMILIES}",
+                      "-DORLM_EXAMPLES=OFF"], log=log)
+        if rc != 0:
+            print(out)
+            return 2
+
+    def run_suite(progs, first):
+        # The family's own program first: most faults stop there.
+        for prog in sorted(progs, key=lambda p: not p.endswith(first)):
+            rc, out = sh([os.path.join(build, "tests", prog), "--gtest_brief=1", "--gtest_fail_fast"],
+                         timeout=args.timeout, log=log)
+            if rc != 0:
+                line = next((l for l in out.splitlines() if "Failure" in l or "FAILED" in l), out.strip()[-80:])
+                return "caught", f"{prog}: {'timeout' if rc is None else line.strip()[:70]}"
+        return "missed", ""
+
+    def build_and_test(first=""):
+        rc, out = sh(["cmake", "--build", build, f"-j{args.jobs}", "--target"] + targets, log=log)
+        if rc != 0:
+            return {name: ("no build", "") for name in suites}
+        return {name: run_suite(progs, first) for name, progs in suites.items()}
+
+    t0 = time.time()
+    base = build_and_test()
+    if any(v != "missed" for v, _ in base.values()):
+        print(f"the unmodified tree does not build and pass ({base}); see {log}")
+        return 2
+    print(f"unmodified tree builds and passes ({time.time() - t0:.0f} s)", flush=True)
+    print("  #  " + "  ".join(f"{name:8}" for name in suites) + "file / fault", flush=True)
+
+    results = []
+    for n, (path, old, new, what) in sorted(numbered, key=lambda x: x[1][0]):  # one rebuild a fault within a file
+        file = os.path.join(tree, path)
+        original = open(file).read()
+        with open(file, "w") as f:
+            f.write(original.replace(old, new, 1))
+        t0 = time.time()
+        try:
+            family = os.path.splitext(os.path.basename(path))[0]
+            got = build_and_test(family + "_test" if "/frame/" not in path else "frame_test")
+        finally:
+            with open(file, "w") as f:
+                f.write(original)
+        results.append((n, what, got))
+        why = "; ".join(w for _, w in got.values() if w)
+        print(f"{n:3}  " + "  ".join(f"{v:8}" for v, _ in got.values())
+              + f"{path} {what} ({time.time() - t0:.0f} s) {why}", flush=True)
+
+    print()
+    for name in suites:
+        verdicts = [got[name][0] for _, _, got in results]
+        built = [v for v in verdicts if v != "no build"]
+        print(f"{name}: caught {built.count('caught')} of {len(built)} faults"
+              + (f" ({len(verdicts) - len(built)} did not build)" if len(built) < len(verdicts) else ""))
+        for n, what, got in results:
+            if got[name][0] == "missed":
+                print(f"  missed {n}: {what}")
+    return 0 if all(got[name][0] != "missed" for _, _, got in results for name in suites) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
