@@ -23,13 +23,10 @@ using t::L;
 using t::Strides;
 using t::Vec;
 
-// Values with varied exponents, so that sums in different orders or
-// precisions differ in the last bit.
 template <class E>
 E wild(std::mt19937& g)
 {
-    std::uniform_real_distribution<double> u(-1, 1);
-    return E(std::ldexp(u(g), int(g() % 24) - 12));
+    return ref::wild<E>(g, 24);
 }
 
 // ---- dot product: one runner for every member -----------------------------------

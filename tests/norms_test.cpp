@@ -29,8 +29,7 @@ using t::Vec;
 template <class E>
 E wild(std::mt19937& g)
 {
-    std::uniform_real_distribution<double> u(-1, 1);
-    return E(std::ldexp(u(g), int(g() % 16) - 8));
+    return ref::wild<E>(g, 16);
 }
 
 // ---- L2Norm ----------------------------------------------------------------------

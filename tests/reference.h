@@ -15,6 +15,7 @@
 #include <cstring>
 #include <functional>
 #include <numeric>
+#include <random>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -463,6 +464,18 @@ SymOrder2<A> symOrder2(A a, A b, A d, A eps, A testEps, bool arrayForm)
         p = -cs, q = sn;
     o.q[0][0] = p, o.q[1][0] = q, o.q[0][1] = -q, o.q[1][1] = p;
     return o;
+}
+
+// ---- data ------------------------------------------------------------------
+
+// A value in (-1, 1) times 2^e, e drawn from [-spread/2, spread/2): exponents
+// far enough apart that sums in different orders or precisions differ in
+// the last bit.
+template <class E>
+E wild(std::mt19937& g, int spread)
+{
+    std::uniform_real_distribution<double> u(-1, 1);
+    return E(std::ldexp(u(g), int(g() % unsigned(spread)) - spread / 2));
 }
 
 // ---- bits -----------------------------------------------------------------
