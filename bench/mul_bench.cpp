@@ -6,14 +6,13 @@
 // library / Eigen for each case.
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-#include <map>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "orlcore.h"
 #include "orlm.h"
+#include "peers.h"
 
 #ifdef ORLM_HAVE_EIGEN
 #include <Eigen/Core>
@@ -165,48 +164,10 @@ SIZES(double, 4)
 SIZES(double, 5)
 SIZES(double, 6)
 
-// Console output as usual, then the ratio of each case to its peer (Eigen,
-// or the plain loop).
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        // With --benchmark_repetitions the median stands for the case.
-        for (const Run& r : runs) {
-            if (r.run_type == Run::RT_Aggregate && r.aggregate_name != "median") continue;
-            const std::string name = r.run_name.function_name;
-            const auto slash = name.rfind('/');
-            auto it = r.counters.find("ns/item");
-            if (slash == std::string::npos || it == r.counters.end()) continue;
-            (name.substr(slash + 1) == "orlm" ? lib_ : peer_)[name.substr(0, slash)] = it->second.value;
-        }
-    }
-    void Finalize() override
-    {
-        ConsoleReporter::Finalize();
-        std::printf("\n%-22s %12s %12s %8s   (peer: Eigen, or a plain loop for 7x7 and 8x8)\n", "case", "orlm ns",
-                    "peer ns", "ratio");
-        for (const auto& [name, ns] : lib_) {
-            auto p = peer_.find(name);
-            if (p == peer_.end())
-                std::printf("%-22s %12.2f %12s %8s\n", name.c_str(), ns, "-", "-");
-            else
-                std::printf("%-22s %12.2f %12.2f %8.2f\n", name.c_str(), ns, p->second, ns / p->second);
-        }
-    }
-
-private:
-    std::map<std::string, double> lib_, peer_;
-};
-
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    benchmark::Initialize(&argc, argv);
-    RatioReporter rep;
-    benchmark::RunSpecifiedBenchmarks(&rep);
-    benchmark::Shutdown();
-    return 0;
+    // The peer is Eigen, or a plain loop for 7x7 and 8x8.
+    return bench::runWithSideTable(argc, argv, {"eigen", "loop"}, "(ratio: library / peer)");
 }

@@ -7,7 +7,9 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <cstdio>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -56,6 +58,64 @@ void timePair(benchmark::State& state, int itemsPerCall, Ours&& ours, Peer&& pee
 {
     timeAgainst(state, itemsPerCall, [&] { return ours(), benchmark::ClobberMemory(), true; },
                 {{"eigen", "", [&] { peer(), benchmark::ClobberMemory(); }}});
+}
+
+// Benchmarks named "<case>/<side>" with an "ns/item" counter, the library's
+// side named "orlm": console output as usual, then one line per case with the
+// library's ns per item and, for each other side, its ns per item and the
+// ratio library / side (a missing side prints "-"). With
+// --benchmark_repetitions the median stands for the case.
+class SideTable : public benchmark::ConsoleReporter {
+public:
+    SideTable(std::vector<std::string> sides, const char* legend) : sides_(std::move(sides)), legend_(legend) {}
+
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& r : runs) {
+            if (r.run_type == Run::RT_Aggregate && r.aggregate_name != "median") continue;
+            const std::string name = r.run_name.function_name;
+            const auto slash = name.rfind('/');
+            const auto it = r.counters.find("ns/item");
+            if (slash == std::string::npos || it == r.counters.end()) continue;
+            ns_[name.substr(0, slash)][name.substr(slash + 1)] = it->second.value;
+        }
+    }
+
+    void Finalize() override
+    {
+        ConsoleReporter::Finalize();
+        std::printf("\n%-22s %10s", "case", "orlm ns");
+        for (const std::string& s : sides_) std::printf(" %10s %10s", (s + " ns").c_str(), ("/" + s).c_str());
+        std::printf("   %s\n", legend_);
+        for (auto& [name, bySide] : ns_) {
+            if (!bySide.count("orlm")) continue;
+            const double ours = bySide["orlm"];
+            std::printf("%-22s %10.2f", name.c_str(), ours);
+            for (const std::string& s : sides_) {
+                if (bySide.count(s))
+                    std::printf(" %10.2f %10.2f", bySide[s], ours / bySide[s]);
+                else
+                    std::printf(" %10s %10s", "-", "-");
+            }
+            std::printf("\n");
+        }
+    }
+
+private:
+    std::vector<std::string> sides_;
+    const char* legend_;
+    std::map<std::string, std::map<std::string, double>> ns_;
+};
+
+// main() of a benchmark program that ends with a SideTable.
+inline int runWithSideTable(int argc, char** argv, std::vector<std::string> sides, const char* legend)
+{
+    benchmark::Initialize(&argc, argv);
+    SideTable table(std::move(sides), legend);
+    benchmark::RunSpecifiedBenchmarks(&table);
+    benchmark::Shutdown();
+    return 0;
 }
 
 }  // namespace bench
