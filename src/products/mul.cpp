@@ -14,6 +14,7 @@
 
 #include "frame/dispatch.h"
 #include "frame/kernel.h"
+#include "frame/lanes.h"
 #include "frame/numeric.h"
 #include "frame/operand.h"
 #include "frame/validate.h"
@@ -283,30 +284,14 @@ void unrolledScalar(const A& a, const B& b, const D& d, const Dims& s, int count
 
 // ---- unrolled packed paths of the unit-stride kernels --------------------------------
 
-// Lanes of one SSE register.
+// The SSE lanes of the element type, and for 32f the forms that hold
+// columns 4 and 5 of two rows in one register at size 6.
 template <class E>
-struct Vx;
+struct Vx : Lanes<E> {};
 
 template <>
-struct Vx<float> {
-    using V = __m128;
-    static constexpr int lanes = 4;
-    static V load(const float* p) { return _mm_loadu_ps(p); }
-    static void store(float* p, V v) { _mm_storeu_ps(p, v); }
-    static V bcast(float x) { return _mm_set1_ps(x); }
-    static V mul(V a, V b) { return _mm_mul_ps(a, b); }
-    static V add(V a, V b) { return _mm_add_ps(a, b); }
+struct Vx<float> : Lanes<float> {
     static V set(float a, float b, float c, float d) { return _mm_setr_ps(a, b, c, d); }
-    // Three lanes: an element pair and one element, nothing beyond the third.
-    static V load3(const float* p)
-    {
-        return _mm_movelh_ps(_mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(p)), _mm_load_ss(p + 2));
-    }
-    static void store3(float* p, V v)
-    {
-        _mm_storel_pi(reinterpret_cast<__m64*>(p), v);
-        _mm_store_ss(p + 2, _mm_movehl_ps(v, v));
-    }
     // Columns 4 and 5 of a row, twice: (b4, b5, b4, b5).
     static V pair2(const float* p)
     {
@@ -320,17 +305,6 @@ struct Vx<float> {
         _mm_storel_pi(reinterpret_cast<__m64*>(lo), v);
         _mm_storeh_pi(reinterpret_cast<__m64*>(hi), v);
     }
-};
-
-template <>
-struct Vx<double> {
-    using V = __m128d;
-    static constexpr int lanes = 2;
-    static V load(const double* p) { return _mm_loadu_pd(p); }
-    static void store(double* p, V v) { _mm_storeu_pd(p, v); }
-    static V bcast(double x) { return _mm_set1_pd(x); }
-    static V mul(V a, V b) { return _mm_mul_pd(a, b); }
-    static V add(V a, V b) { return _mm_add_pd(a, b); }
 };
 
 // Column plan of one row of the result: G vector groups of columns, then R
@@ -365,7 +339,7 @@ struct Rows {
                 #pragma GCC unroll 8
                 for (int q = 0; q < Pl::G; ++q) {
                     if constexpr (Pl::three)
-                        g[k][q] = X::load3(r);
+                        g[k][q] = X::template load<3>(r);
                     else
                         g[k][q] = X::load(r + q * Pl::lanes);
                 }
@@ -479,7 +453,7 @@ inline void rowsTimes(const XA& a, const Rows<E, N>& b, const XD& d)
         #pragma GCC unroll 8
         for (int q = 0; q < Pl::G; ++q) {
             if constexpr (Pl::three)
-                X::store3(out, acc[q]);
+                X::template store<3>(out, acc[q]);
             else
                 X::store(out + q * Pl::lanes, acc[q]);
         }
