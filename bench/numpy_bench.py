@@ -29,7 +29,7 @@ def direct(name, **kw):
     """The member called with a prepared argument list: the library's own time."""
     fn, items = _lib.member(name)
     args = _lib.pack(items, kw)
-    return lambda: fn(*args)
+    return lambda keep=kw: fn(*args)   # the arrays stay alive with the call
 
 
 def cases(k):

@@ -437,16 +437,29 @@ def det(a, threads=None):
 _EIG_PER_ITEM = ("dstValues", "dstValuesRe", "dstValuesIm")
 
 
-def _eig_call(stem, a, threads, vectors, buffer_of):
+def _eig_call(stem, a, threads, vectors, buffer_of, out=None):
+    """Calls an eigen member; `out` holds the value arrays (and the vectors)
+    to write. On an OrlLinAlgError the items before the failing one are
+    complete in `out`."""
     dt = _lib.dtype_of(a)
     a, k = _single(a, dt)
     n = _square(a)
     kw = dict(src=a, widthHeight=n, buffer=np.empty(buffer_of(n, dt), dt))
-    for name in (["dstValues"] if stem.endswith("Sym") else ["dstValuesRe", "dstValuesIm"]):
-        kw[name] = np.empty(_lead(k) + (n,), dt)
-    if vectors:
-        kw["dstVectors"] = np.empty(a.shape, dt)
-    _lib.call(_name(stem, "ma" if k is not None else "m", dt), _count(kw, k), threads, per_item=_EIG_PER_ITEM)
+    names = (["dstValues"] if stem.endswith("Sym") else ["dstValuesRe", "dstValuesIm"]) + \
+        (["dstVectors"] if vectors else [])
+    outs = [None] * len(names) if out is None else list(out)
+    backs = []
+    for name, given in zip(names, outs):
+        shape = a.shape if name == "dstVectors" else _lead(k) + (n,)
+        kw[name], back = result(given, shape, dt)
+        if name != "dstVectors" and not kw[name].flags.c_contiguous:   # value arrays have no strides
+            kw[name], back = np.empty(shape, dt), given
+        backs.append((kw[name], back))
+    try:
+        _lib.call(_name(stem, "ma" if k is not None else "m", dt), _count(kw, k), threads, per_item=_EIG_PER_ITEM)
+    finally:
+        for name, (dst, back) in zip(names, backs):
+            kw[name] = finish(dst, back)
     return kw
 
 
@@ -458,17 +471,18 @@ def _general_buffer(query):
     return elements
 
 
-def eigh(a, threads=None):
+def eigh(a, out=None, threads=None):
     """(w, v) of symmetric matrices: eigenvalues largest first as the library
     gives them (numpy.linalg.eigh gives them ascending), eigenvector j in
-    column j of v."""
-    kw = _eig_call("EigenValuesVectorsSym", a, threads, True, lambda n, dt: n * n)
+    column j of v. out=(w, v) is written in place; when an item fails, the
+    items before it are complete there."""
+    kw = _eig_call("EigenValuesVectorsSym", a, threads, True, lambda n, dt: n * n, out)
     return kw["dstValues"], kw["dstVectors"]
 
 
-def eigvalsh(a, threads=None):
-    """Eigenvalues of symmetric matrices, largest first."""
-    return _eig_call("EigenValuesSym", a, threads, False, lambda n, dt: n * n)["dstValues"]
+def eigvalsh(a, out=None, threads=None):
+    """Eigenvalues of symmetric matrices, largest first; `out` as in `eigh`."""
+    return _eig_call("EigenValuesSym", a, threads, False, lambda n, dt: n * n, None if out is None else (out,))["dstValues"]
 
 
 def _complex(re, im):

@@ -225,6 +225,16 @@ def test_numeric_failures_name_the_item(fn, stack, status, item):
     assert e.value.item in (None, 0)
 
 
+def test_items_before_a_failure_are_complete_in_out():
+    s = _with_bad(spd, 5, 4e19 * np.eye(3) - np.eye(3, k=1) - np.eye(3, k=-1))
+    w, v = np.zeros((12, 3)), np.zeros((12, 3, 3))
+    with pytest.raises(orlm.OrlLinAlgError, match="NoConvergence at item 5 "):
+        orlm.eigh(s, out=(w, v))
+    want_w, want_v = orlm.eigh(s[:5])
+    np.testing.assert_array_equal(w[:5], want_w)
+    np.testing.assert_array_equal(v[:5], want_v)
+
+
 @pytest.mark.parametrize("call,match", [
     (lambda: orlm.matmul(np.ones((4, 3)), np.ones((4, 3))), "orlStatusSizeMismatch"),
     (lambda: orlm.qr(np.ones((2, 3))), "orlStatusSizeMismatch"),
