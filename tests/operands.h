@@ -312,6 +312,31 @@ struct CheckBuffers {
     }
 };
 
+// Runs a member that takes a square source, one more pointer `mid`, a square
+// result, the order and (arrays) the count on `items` (n*n values each, row
+// by row), with the result as the source when `inPlace`; gives the status
+// and the results, `untouched` where nothing was written.
+template <class E, K kind, L lay, class Fn, class Mid>
+std::pair<orlStatus, std::vector<std::vector<double>>> runSquare(Fn fn, int n, const std::vector<std::vector<double>>& items, Strides st,
+                                                                 bool inPlace, Mid mid, double untouched)
+{
+    const int count = int(items.size());
+    Mat<E, kind, lay> src(n, n, count, st, 5);
+    Mat<E, kind, lay, true> dst(n, n, count, st, 6);
+    src.fill([&](int k, int i, int j) { return E(items[k][i * n + j]); });
+    dst.fill([&](int k, int i, int j) { return E(inPlace ? items[k][i * n + j] : untouched); });
+    const auto invoke = [&](auto srcArgs) {
+        const auto groups = std::tuple_cat(srcArgs, std::make_tuple(mid), dst.args());
+        if constexpr (arr(kind)) return std::apply(fn, std::tuple_cat(groups, std::make_tuple(n, count)));
+        else return std::apply(fn, std::tuple_cat(groups, std::make_tuple(n)));
+    };
+    std::pair<orlStatus, std::vector<std::vector<double>>> o{inPlace ? invoke(dst.args()) : invoke(src.args()), {}};
+    o.second.assign(count, std::vector<double>(n * n));
+    for (int k = 0; k < count; ++k)
+        for (int x = 0; x < n * n; ++x) o.second[k][x] = dst(k, x / n, x % n);
+    return o;
+}
+
 // Sets the core library's thread count for one scope.
 struct Threads {
     int saved = threads_omp_of_n_orl;

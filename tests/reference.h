@@ -338,6 +338,90 @@ int eliminate(Sq<E>& a, int n, std::vector<int>& P, int stages, E tol, bool divi
     return stages;
 }
 
+// The determinant: orders 3 to 6 expanded, in the extended forms or in the
+// element type along the last row; other orders eliminated with division,
+// where a small pivot gives 0.0 or (`array`) a sign of 0 and goes on to the
+// test of the last element.
+template <class E>
+double determinant(const std::vector<double>& src, int n, bool extendedForms, bool array)
+{
+    Sq<E> a(src.begin(), src.end());
+    if (n >= 3 && n <= 6) return extendedForms ? detExtended(a, n) : minorLastRow(a, n, range(n), range(n));
+    std::vector<int> P = range(n);
+    const E tol = orderTol<E>(n);
+    E d = 1, sign = 1;
+    if (eliminate(a, n, P, n - 1, tol, true, d, sign) < n - 1) {
+        if (!array) return 0.0;
+        sign = 0;
+    }
+    const E x = a[P[n - 1] * n + n - 1];
+    return tol >= std::fabs(x) ? E(0) : d * (x * sign);
+}
+
+// The singularity tests of the inverse: a tested value v (a pivot or a
+// determinant) fails when tol > |v|, tol >= |v|, not |v| >= tol or not
+// |v| > tol (the last two fail a NaN).
+enum class Sense { TolAbove, TolAtLeast, NotAtLeast, NotAbove };
+
+template <class E>
+bool singularBy(Sense s, E v, E tol)
+{
+    const E m = std::fabs(v);
+    return s == Sense::TolAbove ? tol > m : s == Sense::TolAtLeast ? tol >= m : s == Sense::NotAtLeast ? !(m >= tol) : !(m > tol);
+}
+
+// The inverse by the adjugate: D along the last row, each element a cofactor
+// times 1/D (32f: with `estimate`, the estimate and its Newton step).
+template <class E>
+bool adjugateInverse(const Sq<E>& a, int n, Sense s, bool estimate, E tol, Sq<E>& inv)
+{
+    const E D = minorLastRow(a, n, range(n), range(n));
+    if (singularBy(s, D, tol)) return false;
+    E q = E(1) / D;
+    if constexpr (sizeof(E) == 4)
+        if (estimate) q = recipNewton(D);
+    inv.assign(n * n, 0);
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < n; ++j) {
+            const E c = minorLastRow(a, n, range(n, i), range(n, j)) * q;
+            inv[j * n + i] = (i + j) % 2 ? -c : c;
+        }
+    return true;
+}
+
+// The 32f block inverse: the pivot of row 0 (columns 3, 2, 1, 0 with ties to
+// the earlier, then 4 and 5 only when strictly greater; `force` overrides),
+// its Schur complement inverted by the adjugate at order 4 or by this method.
+inline bool blockInverse(Sq<float> a, int n, float tol, Sq<float>& inv, int force = -1)
+{
+    const int scan[] = {3, 2, 1, 0, 4, 5};
+    int pc = scan[0];
+    for (int x = 1; x < n; ++x)
+        if (std::fabs(a[scan[x]]) > std::fabs(a[pc])) pc = scan[x];
+    if (force >= 0) pc = force;
+    if (!(std::fabs(a[pc]) >= tol)) return false;
+    for (int i = 0; i < n; ++i) std::swap(a[i * n], a[i * n + pc]);
+    const int m = n - 1;
+    const float p = recipNewton(a[0]);
+    Sq<float> S(m * m), Si;
+    for (int i = 0; i < m; ++i)
+        for (int j = 0; j < m; ++j) S[i * m + j] = a[(i + 1) * n + j + 1] - (a[(i + 1) * n] * p) * a[j + 1];
+    if (!(m == 4 ? adjugateInverse(S, 4, Sense::NotAtLeast, true, tol, Si) : blockInverse(S, m, tol, Si))) return false;
+    const auto dot = [m](auto x, auto y) { return sumElem<float>(m, [&](int k) { return x(k) * y(k); }); };
+    const auto col0 = [&](int k) { return a[(k + 1) * n]; };
+    std::vector<float> w(m);
+    for (int j = 0; j < m; ++j) w[j] = dot([&](int k) { return a[k + 1]; }, [&](int k) { return Si[k * m + j]; });
+    inv.assign(n * n, 0);
+    inv[0] = p + (p * dot([&](int k) { return w[k]; }, col0)) * p;
+    for (int i = 0; i < m; ++i) {
+        inv[i + 1] = -(w[i] * p);
+        inv[(i + 1) * n] = -(dot([&](int k) { return Si[i * m + k]; }, col0) * p);
+        for (int j = 0; j < m; ++j) inv[(i + 1) * n + j + 1] = Si[i * m + j];
+    }
+    for (int j = 0; j < n; ++j) std::swap(inv[j], inv[pc * n + j]);
+    return true;
+}
+
 // ---- general eigenproblems ------------------------------------------------
 
 // Largest |(M v)_r - lambda v_r| over the rows for a real n-by-n matrix

@@ -38,6 +38,7 @@ DISP = "src/frame/dispatch.h"
 VAL = "src/frame/validate.h"
 NUM = "src/frame/numeric.h"
 OPD = "src/frame/operand.h"
+ELIM = "src/solvers/elimination.h"
 
 # (file, exact old text, new text, what the fault does)
 FAULTS = [
@@ -74,7 +75,7 @@ FAULTS = [
      "constexpr PathRule kUnrolled{0x1p-125f, 0x1p-1021, Pass::Above,", "unrolled pivot test >= made >"),
     (LU, "constexpr PathRule kGeneral {0x1p-23f,", "constexpr PathRule kGeneral {0x1p-22f,",
      "general 32f tolerance off by a factor of two"),
-    (LU, "if (m > big) big = m, best = i;", "if (m >= big) big = m, best = i;", "ties take the later row"),
+    (ELIM, "if (m > p.mag) p = {i, m};", "if (m >= p.mag) p = {i, m};", "ties take the later row"),
     (LU, "Pass::AtLeast, true,  Final::FixedLast", "Pass::AtLeast, true,  Final::PermLast",
      "unrolled final test at the pivoted element"),
     (LU, "Pass::AtLeast, true,", "Pass::AtLeast, false,", "unrolled path tests before the exchange"),
@@ -98,6 +99,30 @@ FAULTS = [
     (VAL, 'return l == Lay::Std ? "NCZT" : "NCZTO";', 'return l == Lay::Std ? "NCZT" : "NCZOT";',
      "general order: T and O swapped"),
     (NUM, "        d = E(0);\n        E r = E(0);", "        E r = E(0);", "running kind: destination not cleared first"),
+]
+
+# invert, det
+INV = "src/solvers/invert.cpp"
+DET = "src/solvers/det.cpp"
+EXP = "src/solvers/expansion.h"
+FAULTS += [
+    (INV, "kOrder1Single = Sense::NotAbove;", "kOrder1Single = Sense::NotAtLeast;", "invert order 1 single test > made >="),
+    (INV, "Recip::Division, 108}", "Recip::Division, 107}", "invert 64f plain order 3 tolerance off by one unit"),
+    (INV, "kScan5[5] = {3, 2, 1, 0, 4};", "kScan5[5] = {1, 2, 3, 0, 4};", "invert block order 5: pivot columns scanned in the wrong order"),
+    (INV, "kEliminationDet = Sense::TolAtLeast;", "kEliminationDet = Sense::TolAbove;", "invert elimination determinant test >= made >"),
+    (INV, "c = tol >= std::fabs(x) ? tol : c * (x * sign);", "c = tol >= std::fabs(x) ? E(0) : c * (x * sign);",
+     "invert elimination: a vanishing cofactor gives 0, not the tolerance"),
+    (INV, "q = rule.recip == Recip::Estimate ? reciprocalEstimate(D) : E(1) / D;", "q = E(1) / D;",
+     "invert 32f adjugate divides where it takes the estimate (wrong numeric kind)"),
+    (INV, "for (int j = 0; j < N; ++j) std::swap(inv[0][j], inv[pc][j]);", "(void)pc;",
+     "invert block: the column exchange is not undone in the inverse"),
+    (INV, "(Wrap(2) * count * n)", "(Wrap(2) * count)", "invert cost uses the wrong size"),
+    (DET, "if (N == 4) return mask == 0b0011;", "if (N == 4) return mask == 0b1100;", "det order 4 extended: the wrong minor parked"),
+    (DET, "eliminateBuffer<Mult::Division>", "eliminateBuffer<Mult::Reciprocal>", "det elimination multiplies by 1/pivot (wrong rounding)"),
+    (DET, "{Expansion::LastRowElem, OnSmallPivot::ZeroSign};", "{Expansion::LastRowElem, OnSmallPivot::ZeroResult};",
+     "det arrays end with 0.0 at a small pivot"),
+    (EXP, "C == Cols::Descending ? N - 1 - i : i;", "C == Cols::Descending ? i : i;",
+     "element-type expansion in ascending columns (wrong summation order)"),
 ]
 
 
