@@ -48,6 +48,14 @@ struct Member {
     double round(double v) const { return f32 ? double(float(v)) : v; }
 };
 
+// An argument that only some members take.
+template <bool present, class T>
+auto optional(T v)
+{
+    if constexpr (present) return std::make_tuple(v);
+    else return std::tuple<>();
+}
+
 // `buffered`: the member takes a buffer of h elements and the two sizes
 // width, height; otherwise the one size widthHeight. inPlace passes dst as
 // src (decompositions) or as rhs (back-substitutions, dst of h elements).
@@ -61,18 +69,8 @@ Outcome runMember(Fn fn, const Case& c, t::Strides st, bool inPlace)
     t::Mat<E, mk, lay> a(c.w, c.h, count, st, 3);
     a.fill([&](int k, int i, int j) { return E(c.mats[k][i * c.w + j]); });
     std::vector<E> buffer(c.h, E(kUntouched));
-    const auto sizes = [&] {
-        if constexpr (buffered) return std::make_tuple(c.w, c.h);
-        else return std::make_tuple(c.w);
-    }();
-    const auto buf = [&] {
-        if constexpr (buffered) return std::make_tuple(buffer.data());
-        else return std::tuple<>();
-    }();
-    const auto last = [&] {
-        if constexpr (arr) return std::tuple_cat(sizes, std::make_tuple(count));
-        else return sizes;
-    }();
+    const auto buf = optional<buffered>(buffer.data());
+    const auto last = std::tuple_cat(std::make_tuple(c.w), optional<buffered>(c.h), optional<arr>(count));
     Outcome r{orlStatusOk, {}, false};
     if constexpr (!subst) {
         t::Mat<E, mk, lay, true> d(c.w, c.h, count, st, 4);
@@ -124,8 +122,8 @@ Member member(const char* name, Fn fn)
     ORL_SOLVER_SHAPE(list, stem, mva, L, _L, buffered) ORL_SOLVER_SHAPE(list, stem, mava, Std, , buffered)    \
     ORL_SOLVER_SHAPE(list, stem, mava, P, _P, buffered) ORL_SOLVER_SHAPE(list, stem, mava, L, _L, buffered)
 
-// decomps() and substs(): the member lists of a decomposition stem and of
-// its back-substitution stem.
+// decomps(), substs() and both as members(): a decomposition stem and its
+// back-substitution stem.
 #define ORL_SOLVER_LISTS(decompStem, substStem, buffered)   \
     std::vector<solvers::Member> decomps()                  \
     {                                                       \
@@ -137,6 +135,12 @@ Member member(const char* name, Fn fn)
     {                                                       \
         std::vector<solvers::Member> list;                  \
         ORL_SUBST_MEMBERS(list, substStem, buffered)        \
+        return list;                                        \
+    }                                                       \
+    std::vector<solvers::Member> members()                  \
+    {                                                       \
+        std::vector<solvers::Member> list = decomps();      \
+        for (const solvers::Member& m : substs()) list.push_back(m); \
         return list;                                        \
     }
 
@@ -166,39 +170,14 @@ inline void expectRouteAndThreads(const Member& m, const Case& c, t::Strides st,
     }
 }
 
-// Operands for argument checks: element pools, tables and lists over them,
-// outputs and buffers that must stay as they are.
-struct Pools {
-    float f[64], fo[64], fb[8];
-    double g[64], go[64], gb[8];
-    const float* tf[64];
-    float* to[64];
-    const double* tg[64];
-    double* tgo[64];
-    Pools()
-    {
-        for (int i = 0; i < 64; ++i) {
-            f[i] = float(i % 5 + 1), g[i] = i % 5 + 1, fo[i] = -1.f, go[i] = -1.0;
-            tf[i] = f + i, to[i] = fo + i, tg[i] = g + i, tgo[i] = go + i;
-        }
-        std::fill(fb, fb + 8, -1.f);
-        std::fill(gb, gb + 8, -1.0);
-    }
-    bool untouched() const
-    {
-        const auto minus1 = [](double v) { return v == -1.0; };
-        return std::all_of(fo, fo + 64, minus1) && std::all_of(go, go + 64, minus1) && std::all_of(fb, fb + 8, minus1) &&
-               std::all_of(gb, gb + 8, minus1);
-    }
-};
-
+// Argument checks: each call returns `expect` and writes nothing.
 struct CheckCase {
     const char* what;
     std::function<orlStatus()> call;
     orlStatus expect;
 };
 
-inline void expectChecks(const Pools& p, std::initializer_list<CheckCase> cases)
+inline void expectChecks(const t::CheckBuffers& p, std::initializer_list<CheckCase> cases)
 {
     for (const CheckCase& c : cases) {
         EXPECT_EQ(c.call(), c.expect) << c.what;
@@ -210,13 +189,7 @@ inline void expectChecks(const Pools& p, std::initializer_list<CheckCase> cases)
 
 // The names the solver suites use without qualification.
 namespace solvers::names {
-using solvers::Case;
-using solvers::expectBits;
-using solvers::kUntouched;
-using solvers::Member;
-using solvers::Outcome;
-using solvers::Shape;
-using solvers::Vec1;
+using namespace solvers;
 using t::L;
 using t::Strides;
 }  // namespace solvers::names
