@@ -231,7 +231,7 @@ TEST(Cholesky, ChecksInOrderAndNothingWritten)
 {
     t::CheckBuffers p;
     auto& [f, fo, g, go, tf, to, tg, tgo, perm] = p;
-    solvers::expectChecks(p, {
+    t::expectChecks(p, {
         {"m: NULL dst before size", [&] { return orlmCholeskyDecomp_m_32f(f, 16, 4, nullptr, 16, 4, 0); }, orlStatusNullPointer},
         {"m: size before stride", [&] { return orlmCholeskyBackSubst_mv_64f(g, 32, 8, g, 4, go, 8, 0); }, orlStatusSize},
         {"m: stride of 12 in 64f", [&] { return orlmCholeskyDecomp_m_64f(g, 12, 8, go, 32, 8, 2); }, orlStatusStride},

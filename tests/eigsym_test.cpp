@@ -1,12 +1,11 @@
-// Symmetric eigensolver: the order of the checks in every layout, the closed
-// forms of orders 1 and 2 bit for bit, sorted values with orthonormal vectors
-// and small residuals from order 3 on, the kernels' departures, the failure
-// outputs, arrays that stop on both routes, the same bits in every layout.
+// Symmetric eigensolver: check orders, orders 1 and 2 bit for bit, eigenpairs
+// from order 3 on, kernel departures, failure outputs, arrays, routes, layouts.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <initializer_list>
 #include <random>
 #include <string>
 #include <vector>
@@ -29,14 +28,6 @@ namespace {
 using Dense = std::vector<double>;  // one n-by-n matrix, row-major
 constexpr double kUntouched = -777.25;  // outputs before a call; exact in both types
 
-// Arguments that a check case spoils; kKeep leaves one as the operand has it.
-constexpr std::ptrdiff_t kKeep = 1 << 30;
-struct Spoil {
-    bool nullSrc = false, nullBuf = false, nullVals = false, nullVec = false, wide = false;  // wide: stride2 of 3 elements
-    int n = 0, count = 0;  // 0 keeps the case's own
-    std::ptrdiff_t srcS0 = kKeep, srcS1 = kKeep, srcS2 = kKeep, srcOff = kKeep, vecS1 = kKeep, vecS2 = kKeep, vecOff = kKeep;
-};
-
 // What a call left: status, values and vectors read back through the layout,
 // and whether the outputs and the buffer still hold kUntouched.
 struct Result {
@@ -46,53 +37,41 @@ struct Result {
     bool outputsUntouched = true, bufferUntouched = true;
 };
 
+// A member chosen at run time; `wide` lays the operands out with a stride2 of
+// three elements.
 struct Member {
     std::string name;
     bool f32, array, vectors;
     L lay;
-    std::function<Result(int n, const std::vector<Dense>& items, const Spoil&)> run;
-    Result operator()(int n, const std::vector<Dense>& items, const Spoil& sp = {}) const { return run(n, items, sp); }
+    std::function<Result(int n, const std::vector<Dense>& items, bool wide)> run;
+    Result operator()(int n, const std::vector<Dense>& items, bool wide = false) const { return run(n, items, wide); }
 };
 
 template <class E, K k, L l, bool V, class Fn>
 Member makeMember(const char* name, Fn fn)
 {
-    const auto run = [fn](int n, const std::vector<Dense>& items, const Spoil& sp) {
+    const auto run = [fn](int n, const std::vector<Dense>& items, bool wide) {
         const int count = int(items.size());
-        const Strides st = sp.wide ? Strides::Wide : Strides::Unit;
-        t::Mat<E, k, l> src(n, n, count, st, 3);
-        t::Mat<E, k, l, true> vec(n, n, count, st, 4);
+        t::Mat<E, k, l> src(n, n, count, wide ? Strides::Wide : Strides::Unit, 3);
+        t::Mat<E, k, l, true> vec(n, n, count, wide ? Strides::Wide : Strides::Unit, 4);
         std::vector<E> buf(size_t(n * n), E(kUntouched)), out(size_t(n * count), E(kUntouched));
         src.fill([&](int kk, int i, int j) { return E(items[kk][i * n + j]); });
         vec.fill([](int, int, int) { return E(kUntouched); });
-        // The call sees the spoiled strides and offsets; the outputs are read with the operands' own.
-        const auto kept = std::make_tuple(src.s0, src.s1, src.s2, src.off, vec.s1, vec.s2, vec.off);
-        const auto set = [](std::ptrdiff_t& f, std::ptrdiff_t v) { f = v == kKeep ? f : v; };
-        set(src.s0, sp.srcS0), set(src.s1, sp.srcS1), set(src.s2, sp.srcS2), set(src.off, sp.srcOff);
-        set(vec.s1, sp.vecS1), set(vec.s2, sp.vecS2), set(vec.off, sp.vecOff);
-        auto sa = src.args();
-        auto va = vec.args();
-        std::tie(src.s0, src.s1, src.s2, src.off, vec.s1, vec.s2, vec.off) = kept;
-        if (sp.nullSrc) std::get<0>(sa) = nullptr;
-        if (sp.nullVec) std::get<0>(va) = nullptr;
-        E* const b = sp.nullBuf ? nullptr : buf.data();
-        E* const w = sp.nullVals ? nullptr : out.data();
         const auto mid = [&] {
-            if constexpr (V) return std::tuple_cat(std::make_tuple(b), va, std::make_tuple(w));
-            else return std::make_tuple(b, w);
+            if constexpr (V) return std::tuple_cat(std::make_tuple(buf.data()), vec.args(), std::make_tuple(out.data()));
+            else return std::make_tuple(buf.data(), out.data());
         }();
         const auto sizes = [&] {
-            if constexpr (t::arr(k)) return std::make_tuple(sp.n ? sp.n : n, sp.count ? sp.count : count);
-            else return std::make_tuple(sp.n ? sp.n : n);
+            if constexpr (t::arr(k)) return std::make_tuple(n, count);
+            else return std::make_tuple(n);
         }();
-        Result r{std::apply(fn, std::tuple_cat(sa, mid, sizes)), Dense(out.begin(), out.end()), {}};
+        Result r{std::apply(fn, std::tuple_cat(src.args(), mid, sizes)), Dense(out.begin(), out.end()), {}};
         for (int kk = 0; kk < count; ++kk) {
             r.vecs.emplace_back(size_t(n * n), 0.0);
             for (int i = 0; V && i < n * n; ++i) r.vecs[kk][i] = vec(kk, i / n, i % n);
         }
-        for (const Dense& d : r.vecs)
-            r.outputsUntouched = r.outputsUntouched && std::all_of(d.begin(), d.end(), [](double x) { return !V || x == kUntouched; });
-        r.outputsUntouched = r.outputsUntouched && std::all_of(r.vals.begin(), r.vals.end(), [](double x) { return x == kUntouched; });
+        const auto untouched = [](const Dense& d) { return std::all_of(d.begin(), d.end(), [](double x) { return x == kUntouched; }); };
+        r.outputsUntouched = untouched(r.vals) && (!V || std::all_of(r.vecs.begin(), r.vecs.end(), untouched));
         r.bufferUntouched = std::all_of(buf.begin(), buf.end(), [](E x) { return x == E(kUntouched); });
         return r;
     };
@@ -135,74 +114,54 @@ Dense diag(std::initializer_list<double> d)
     return a;
 }
 
-// Stride and offset values that fail: not a multiple of the element size,
-// zero, negative (E/2 fails in both types). Every member, against its order.
+// One member per distinct order (single: NZT0T1T2 or NZO0O1O2; arrays of
+// values NZCT0 or NZCO0T0, of vectors NZCT0T1 or NZCO0O1T0T1), a pair of
+// failing classes at a time; offsets and strides fail by a half element.
 TEST(EigSym, ChecksInTheirOrderAndNothingWritten)
 {
-    using Applies = bool (*)(const Member&);
-    const Applies any = [](const Member&) { return true; }, vectors = [](const Member& m) { return m.vectors; };
-    const Applies notStd = [](const Member& m) { return m.lay != L::Std; }, vectorsNotStd = [](const Member& m) { return m.vectors && m.lay != L::Std; };
-    const struct { const char* what; Applies applies; std::function<Spoil(std::ptrdiff_t E)> spoil; orlStatus st; } rows[] = {
-        {"NULL src before order 0 and count 0", any, [](auto) { return Spoil{.nullSrc = true, .n = -1, .count = -1}; }, orlStatusNullPointer},
-        {"NULL buffer", any, [](auto) { return Spoil{.nullBuf = true}; }, orlStatusNullPointer},
-        {"NULL values", any, [](auto) { return Spoil{.nullVals = true}; }, orlStatusNullPointer},
-        {"NULL vectors", vectors, [](auto) { return Spoil{.nullVec = true}; }, orlStatusNullPointer},
-        {"order 0 before count 0 and bad strides", any, [](auto E) { return Spoil{.n = -1, .count = -1, .srcS0 = E / 2, .srcS1 = E / 2, .srcS2 = E / 2, .srcOff = -E}; }, orlStatusSize},
-        {"count 0 before bad strides and offsets", [](const Member& m) { return m.array; },
-         [](auto E) { return Spoil{.count = -1, .srcS0 = 0, .srcS1 = 0, .srcS2 = 0, .srcOff = E / 2, .vecS2 = 0, .vecOff = E / 2}; }, orlStatusCount},
-        {"source stride2 of 1.5 elements", [](const Member& m) { return m.lay == L::Std; }, [](auto E) { return Spoil{.srcS2 = E + E / 2}; }, orlStatusStride},
-        {"destination stride1 of 0", [](const Member& m) { return m.vectors && m.lay == L::Std; }, [](auto) { return Spoil{.vecS1 = 0}; }, orlStatusStride},
-        {"source stride0 of 0", [](const Member& m) { return m.array && m.lay != L::L; }, [](auto) { return Spoil{.srcS0 = 0}; }, orlStatusStride},
-        {"source offset -4", notStd, [](auto) { return Spoil{.srcOff = -4}; }, orlStatusOffset},
-        {"destination offset E/2", vectorsNotStd, [](auto E) { return Spoil{.vecOff = E / 2}; }, orlStatusOffset},
-        {"_P arrays: source offset before source stride0", [](const Member& m) { return m.array && m.lay == L::P; },
-         [](auto) { return Spoil{.srcS0 = 0, .srcOff = -4}; }, orlStatusOffset},
-        {"_P vector arrays: destination offset before source stride0", [](const Member& m) { return m.vectors && m.array && m.lay == L::P; },
-         [](auto) { return Spoil{.srcS0 = -8, .vecOff = 2}; }, orlStatusOffset},
-        {"_L: source offset before source strides", [](const Member& m) { return m.lay == L::L; }, [](auto) { return Spoil{.srcS1 = 0, .srcOff = -8}; }, orlStatusOffset},
-        {"_L vectors: destination offset before source stride2", [](const Member& m) { return m.vectors && m.lay == L::L; },
-         [](auto E) { return Spoil{.srcS2 = E / 2, .vecOff = -E}; }, orlStatusOffset},
-        {"single _P: no strides to test", [](const Member& m) { return !m.array && m.lay == L::P; },
-         [](auto) { return Spoil{.srcS0 = 0, .srcS1 = 0, .srcS2 = 0, .vecS2 = 0}; }, orlStatusOk},
-        {"offset 0 passes", notStd, [](auto) { return Spoil{.srcOff = 0, .vecOff = 0}; }, orlStatusOk},
-    };
-    std::mt19937 rng(11);
-    const std::vector<Dense> items = {randomSymmetric(3, rng), randomSymmetric(3, rng)};
-    for (const Member& m : members())
-        for (const auto& r : rows) {
-            if (!r.applies(m)) continue;
-            const Result got = m(3, {items.begin(), items.begin() + (m.array ? 2 : 1)}, r.spoil(m.f32 ? 4 : 8));
-            EXPECT_EQ(got.st, r.st) << m.name << ": " << r.what;
-            if (r.st != orlStatusOk) EXPECT_TRUE(got.outputsUntouched && got.bufferUntouched) << m.name << ": " << r.what;
-        }
+    t::CheckBuffers p;
+    auto& [f, fo, g, go, tf, to, tg, tgo, perm] = p;
+    float *fb = fo + 40, *fw = fo + 56;  // buffer and values, which must stay untouched too
+    double *gb = go + 40, *gw = go + 56;
+    t::expectChecks(p, {
+        {"m: NULL values before order 0", [&] { return orlmEigenValuesVectorsSym_m_64f(g, 24, 8, gb, go, 24, 8, nullptr, 0); }, orlStatusNullPointer},
+        {"m: NULL buffer", [&] { return orlmEigenValuesSym_m_32f(f, 12, 4, nullptr, fw, 3); }, orlStatusNullPointer},
+        {"m: order 0 before stride2", [&] { return orlmEigenValuesVectorsSym_m_64f(g, 24, 4, gb, go, 24, 8, gw, 0); }, orlStatusSize},
+        {"m: destination stride1 of 0", [&] { return orlmEigenValuesVectorsSym_m_64f(g, 24, 8, gb, go, 0, 8, gw, 3); }, orlStatusStride},
+        {"m: source stride2 of 1.5 elements", [&] { return orlmEigenValuesSym_m_32f(f, 12, 6, fb, fw, 3); }, orlStatusStride},
+        {"m _P: NULL vectors", [&] { return orlmEigenValuesVectorsSym_m_32f_P(tf, 0, fb, nullptr, 0, fw, 3); }, orlStatusNullPointer},
+        {"m _P: order 0 before offset", [&] { return orlmEigenValuesVectorsSym_m_32f_P(tf, 2, fb, to, 0, fw, 0); }, orlStatusSize},
+        {"m _P: destination offset", [&] { return orlmEigenValuesVectorsSym_m_32f_P(tf, 0, fb, to, 2, fw, 3); }, orlStatusOffset},
+        {"ma: NULL source before count 0", [&] { return orlmEigenValuesSym_ma_32f(nullptr, 40, 12, 4, fb, fw, 3, 0); }, orlStatusNullPointer},
+        {"ma: order 0 before count 0", [&] { return orlmEigenValuesSym_ma_32f(f, 40, 12, 4, fb, fw, 0, 0); }, orlStatusSize},
+        {"ma: count 0 before stride0 of 0", [&] { return orlmEigenValuesSym_ma_32f(f, 0, 12, 4, fb, fw, 3, 0); }, orlStatusCount},
+        {"ma: source stride0 of 0", [&] { return orlmEigenValuesVectorsSym_ma_64f(g, 0, 24, 8, gb, go, 80, 24, 8, gw, 3, 2); }, orlStatusStride},
+        {"ma _P: count 0 before offset", [&] { return orlmEigenValuesSym_ma_64f_P(tg, -8, 80, gb, gw, 3, 0); }, orlStatusCount},
+        {"ma _P: offset before stride0", [&] { return orlmEigenValuesSym_ma_64f_P(tg, -8, 0, gb, gw, 3, 2); }, orlStatusOffset},
+        {"ma _L: offset before strides", [&] { return orlmEigenValuesSym_ma_32f_L(tf, 2, 0, 4, fb, fw, 3, 2); }, orlStatusOffset},
+        {"ma vectors _P: destination offset before source stride0", [&] { return orlmEigenValuesVectorsSym_ma_64f_P(tg, 0, -8, gb, tgo, 4, 80, gw, 3, 2); }, orlStatusOffset},
+        {"ma vectors _L: destination offset before source stride2", [&] { return orlmEigenValuesVectorsSym_ma_32f_L(tf, 0, 12, 2, fb, to, -4, 12, 4, fw, 3, 2); }, orlStatusOffset},
+        {"ma vectors _L: destination stride1", [&] { return orlmEigenValuesVectorsSym_ma_32f_L(tf, 0, 12, 4, fb, to, 0, 6, 4, fw, 3, 2); }, orlStatusStride},
+    });
 }
 
 // Orders 1 and 2 bit for bit against the closed forms in each kernel's
 // precision: the named cases, then random matrices.
 TEST(EigSym, OrdersOneAndTwoBitForBit)
 {
-    std::vector<Dense> cases = {
-        {2, 0, 0, 1},              // values (2, 1); m vectors (-1, -0), (0, -1)
-        {-2, 0, 0, -1},            // s < -eps: (-2, -1), ascending on purpose; m and ma vector signs differ
-        {1, 1, 5, 3},              // the 5 is not read: [[1, 1], [1, 3]]
-        {1, 2, 2, -1},             // trace within eps: +-sqrt(5)
-        {1, 1, 1, 1},              // D = 0: singular, nothing written
-        {1, 0, 0, 0x1p-30},        // D = 2^-30: singular where the test uses 2^-23 only
-        {3, 0x1p-30, 0x1p-30, 3},  // 2b within eps, c = 0 in the array form
-    };
+    // (2, 1) with m vectors (-1, -0), (0, -1); s < -eps: (-2, -1), ascending on purpose, m and ma vector signs
+    // differ; the 5 is not read; trace within eps: +-sqrt(5); D = 0 singular, nothing written; D = 2^-30
+    // singular where the test uses 2^-23 only; 2b within eps, c = 0 in the array form.
+    std::vector<Dense> cases = {{2, 0, 0, 1}, {-2, 0, 0, -1}, {1, 1, 5, 3}, {1, 2, 2, -1}, {1, 1, 1, 1}, {1, 0, 0, 0x1p-30}, {3, 0x1p-30, 0x1p-30, 3}};
     std::mt19937 rng(5);
     for (int x = 0; x < 40; ++x) cases.push_back(randomSymmetric(2, rng));
     for (const Member& m : members()) {
         for (const Dense& a : cases) {
             // Each kernel's precision and test bound, as the family states them.
             const double eps = m.f32 ? 0x1p-23 : 0x1p-52, test = m.f32 && m.array && !m.vectors ? 0x1p-52 : eps;
-            ref::SymOrder2<double> r;
-            if (!m.f32 || (m.array && m.vectors)) {
-                r = ref::symOrder2<double, false>(a[0], a[1], a[3], eps, test, m.array);
-            } else {
-                const auto f = ref::symOrder2<float, true>(float(a[0]), float(a[1]), float(a[3]), float(eps), float(test), m.array);
-                r = {f.singular, f.l0, f.l1, {{f.q[0][0], f.q[0][1]}, {f.q[1][0], f.q[1][1]}}};
-            }
+            const auto f = ref::symOrder2<float, true>(float(a[0]), float(a[1]), float(a[3]), float(eps), float(test), m.array);
+            const ref::SymOrder2<double> r = !m.f32 || (m.array && m.vectors) ? ref::symOrder2<double, false>(a[0], a[1], a[3], eps, test, m.array)
+                                                                              : ref::SymOrder2<double>{f.singular, f.l0, f.l1, {{f.q[0][0], f.q[0][1]}, {f.q[1][0], f.q[1][1]}}};
             const auto round = [&](double x) { return m.f32 ? double(float(x)) : x; };
             const Result got = m(2, {a});
             const std::string what = m.name + " on " + std::to_string(a[0]) + " " + std::to_string(a[1]) + " " + std::to_string(a[3]);
@@ -298,23 +257,19 @@ TEST(EigSym, DiagonalCasesAndFailures)
         // unit is far larger, never get under the absolute threshold.
         EXPECT_EQ(m(3, {{4e19, -1, 0, -1, 4e19, -1, 0, -1, 4e19}}).st, orlStatusNoConvergence) << m.name;
         for (double bad : {NAN, INFINITY, -INFINITY})  // non-finite elements end, in a status
-            for (int n : {2, 3, 5}) {
-                Dense a = diag({1, 2, 3, 4, 5});
-                a.resize(size_t(n * n));
-                a[1] = a[n] = bad;
-                const orlStatus st = m(n, {a}).st;
+            for (Dense a : {Dense{1, bad, bad, 2}, {1, bad, 0, bad, 2, 0, 0, 0, 3}}) {
+                const orlStatus st = m(a.size() == 4 ? 2 : 3, {a}).st;
                 EXPECT_TRUE(st == orlStatusOk || st == orlStatusNoConvergence || st == orlStatusSingular) << m.name;
             }
     }
 }
 
-// Departures of single kernels from their family's common steps: a bound of
-// 2^-23 for the product, and two kernels whose rounding or shift differs from
-// their neighbours' (different bits, both right).
+// Departures of single kernels from their family's steps: a bound of 2^-23 for
+// the product, and two kernels whose rounding or shift differ (both right).
 TEST(EigSym, KernelDepartures)
 {
     const auto run = [](const char* name, const Dense& a, bool wide) {
-        const Result r = named(name)(3, {a}, Spoil{.wide = wide});
+        const Result r = named(name)(3, {a}, wide);
         if (r.st == orlStatusOk) expectEigenpairs(named(name), 3, a, r, name);
         return r;
     };
@@ -324,12 +279,8 @@ TEST(EigSym, KernelDepartures)
     EXPECT_EQ(run("EigenValuesVectorsSym_m_64f", small, false).st, orlStatusOk);
     EXPECT_EQ(run("EigenValuesSym_ma_64f", small, false).st, orlStatusOk);
     const struct { const char* member; Dense a; } pairs[] = {
-        // alpha = 2^-30 is above 2^-52 but not above eps: only the 32f _L
-        // kernel takes it as positive in the reduction.
-        {"EigenValuesVectorsSym_ma_32f_L", {1, 0x1p-30, 1, 0x1p-30, 2, 0, 1, 0, 3}},
-        // Top-down sweep with a shift g of exactly 2^-23: the 32f _S2 kernel
-        // takes it as positive, the others not.
-        {"EigenValuesVectorsSym_m_32f", {1, 1, 0, 1, 1 + 0x1p-22, 1, 0, 1, 5}},
+        {"EigenValuesVectorsSym_ma_32f_L", {1, 0x1p-30, 1, 0x1p-30, 2, 0, 1, 0, 3}},  // alpha 2^-30 positive only in 32f _L
+        {"EigenValuesVectorsSym_m_32f", {1, 1, 0, 1, 1 + 0x1p-22, 1, 0, 1, 5}},       // shift g = 2^-23 positive only in _S2
     };
     for (const auto& p : pairs) {
         const Result unit = run(p.member, p.a, false), wide = run(p.member, p.a, true);
@@ -338,9 +289,8 @@ TEST(EigSym, KernelDepartures)
     }
 }
 
-// Within a family, type and shape the kernels follow the same steps, so every
-// layout and stride gives the bits of the plain layout; the value family's
-// single and array members too.
+// Every layout and stride gives the bits of the plain layout (the value
+// family's single and array members too): the kernels follow the same steps.
 TEST(EigSym, LayoutsAndStridesGiveThePlainBits)
 {
     std::mt19937 rng(8);
@@ -351,26 +301,20 @@ TEST(EigSym, LayoutsAndStridesGiveThePlainBits)
                 if (wide && m.lay == L::P) continue;
                 const std::string base = std::string(m.vectors ? "EigenValuesVectorsSym_" : "EigenValuesSym_") + (m.array || !m.vectors ? "ma_" : "m_") + (m.f32 ? "32f" : "64f");
                 const std::vector<Dense> use(items.begin(), items.begin() + (m.array ? 3 : 1));
-                const Result got = m(n, use, Spoil{.wide = wide}), want = named(base)(n, use);
+                const Result got = m(n, use, wide), want = named(base)(n, use);
                 ASSERT_EQ(got.st, orlStatusOk) << m.name;
                 EXPECT_TRUE(got.vals == want.vals && got.vecs == want.vecs) << m.name << (wide ? " wide" : "") << " against " << base << " order " << n;
             }
     }
 }
 
-// An array stops at its first failing matrix: on the direct route the later
-// ones stay untouched, on the parallel route only the rest of that thread's
-// run does. Complete outputs equal a call on the matrix alone; the parallel
-// route leaves the caller's buffer alone, and with fewer matrices than
-// threads the call stays serial.
+// An array stops at its first failing matrix (in parallel, that thread's run
+// does); complete outputs equal a call on the matrix alone; the parallel route
+// leaves the buffer alone, and with fewer matrices than threads stays serial.
 TEST(EigSym, ArraysRoutesAndThreads)
 {
-    const struct {
-        const char* member;
-        int n, count, threads, failing;  // failing < 0: none; the failing matrix is of order 3
-        int regions;                     // parallel regions the call opens
-        int stopsAt, resumesAt;          // untouched items: [stopsAt, resumesAt)
-    } rows[] = {
+    // failing < 0: none (the failing matrix is of order 3); regions the call opens; untouched items [stopsAt, resumesAt).
+    const struct { const char* member; int n, count, threads, failing, regions, stopsAt, resumesAt; } rows[] = {
         {"EigenValuesVectorsSym_ma_64f", 3, 5, 1, 2, 0, 3, 5},
         {"EigenValuesSym_ma_32f_L", 3, 5, 4, 2, 0, 3, 5},             // work 60: under the limit
         {"EigenValuesVectorsSym_ma_64f", 3, 100, 2, 10, 1, 11, 50},   // work 2100 > 1700

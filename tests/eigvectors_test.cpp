@@ -1,8 +1,5 @@
-// General eigenvalues and eigenvectors (EigenValues, EigenValuesVectorsRight,
-// -Left and EigenValuesVectors): known spectra and vectors, the 2x2
-// standardisation bit for bit, values against LAPACK, residuals with complex
-// pairs, the combined family against the single ones, the failure outputs,
-// arrays that stop, every layout and thread count with the same bits, checks.
+// General eigenvalues and eigenvectors: known results, 2x2 standardisation bit
+// for bit, LAPACK and residuals, failure outputs, arrays, layouts, checks.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -109,10 +106,14 @@ bool sameBits(const std::vector<E>& a, const std::vector<E>& b)
 template <class E>
 constexpr double tol = sizeof(E) == 4 ? 2e-5 : 1e-12;
 
-// ---- known results -----------------------------------------------------------
+// Tests that run in both types.
+template <class E>
+struct Eigen : testing::Test {};
+using BothTypes = testing::Types<double, float>;
+TYPED_TEST_SUITE(Eigen, BothTypes);
 
-// Values in the order returned (exactly, or within tolerance), and where given
-// the right and left vectors of the combined family (NaN where NaN is expected).
+
+// Values in the order returned (exact or near) and the combined family's vectors.
 const double h = std::sqrt(0.5);
 const struct Known {
     const char* what;
@@ -136,9 +137,9 @@ const struct Known {
      {{0, 2}, {0, -2}, {3, 0}, {1, 1}, {1, -1}}, false, {}, {}},
 };
 
-template <class E>
-void checkKnown()
+TYPED_TEST(Eigen, KnownValuesAndVectors)
 {
+    using E = TypeParam;
     for (const Known& s : kKnown) {
         SCOPED_TRACE(s.what);
         const Out<E> v = solve<G::Values, E>({s.a}, s.n), o = solve<G::Both, E>({s.a}, s.n);
@@ -160,17 +161,11 @@ void checkKnown()
     for (int x = 0; x < 9; ++x) EXPECT_TRUE(std::isfinite(o.right[x]) && std::isfinite(o.left[x]));
 }
 
-TEST(EigenValues, KnownValuesAndVectors)
-{
-    checkKnown<double>();
-    checkKnown<float>();
-}
-
 // Order 2 never splits and never reflects: the values are the standardised
 // roots of H = the transpose of the source, bit for bit, in every branch.
-template <class E>
-void checkStandardisation()
+TYPED_TEST(Eigen, StandardisationOfTwoByTwoBitForBit)
 {
+    using E = TypeParam;
     const E u = std::numeric_limits<E>::epsilon();
     const struct { const char* what; E a, b, c, d; } blocks[] = {
         {"b zero: exchange", 2, 0, 1, 3},
@@ -190,12 +185,6 @@ void checkStandardisation()
     }
 }
 
-TEST(EigenValues, StandardisationOfTwoByTwoBitForBit)
-{
-    checkStandardisation<double>();
-    checkStandardisation<float>();
-}
-
 // A 32f matrix scaled by 2^-60: every subdiagonal entry is under the absolute
 // ulp, so the values family ends at once on the Hessenberg diagonal (all real),
 // while the vector families keep iterating and find the complex pair.
@@ -209,7 +198,6 @@ TEST(EigenValues, AbsoluteDeflationEndsTinyMatricesAtOnce)
     EXPECT_EQ(std::count_if(r.im.begin(), r.im.end(), [](float x) { return x > 0; }), 1);
 }
 
-// ---- random matrices: oracle, pairs, residuals ------------------------------
 
 // Complex pairs: positive imaginary part first, the conjugate next to it.
 template <class E>
@@ -246,9 +234,9 @@ void checkVectors(int n, const Item& a, const Out<E>& o, const std::vector<E>& v
     }
 }
 
-template <class E>
-void checkRandom()
+TYPED_TEST(Eigen, RandomMatricesResidualsAndOracle)
 {
+    using E = TypeParam;
     for (int n = 1; n <= 10; ++n)
         for (const Item& a : randomItems(n, 8, 100 + n)) {
             SCOPED_TRACE(testing::Message() << "n " << n);
@@ -278,10 +266,6 @@ void checkRandom()
         }
 }
 
-TEST(EigenVectors, RandomMatricesResidualsAndOracle64f) { checkRandom<double>(); }
-TEST(EigenVectors, RandomMatricesResidualsAndOracle32f) { checkRandom<float>(); }
-
-// ---- failures ----------------------------------------------------------------
 
 // A failing 3x3 block with the value 5 beside it, which deflates first.
 Item withFive(const Item& a)
@@ -292,16 +276,12 @@ Item withFive(const Item& a)
     return b;
 }
 
-// Badly scaled matrices that use up the 30n sweeps (the values family's
-// absolute test and the vector families' relative test part ways on the
-// last): the values of the undeflated block stay as given, the deflated one
-// is written, no vector is. A NaN block whose off-diagonals lie under the
-// threshold of the complex solve: orlStatusSmallBlock from the side whose
-// substitution meets it (the right pass runs first in the combined family),
-// values complete and no vector written. Beside a real value the same block
-// ends the kernel silently with orlStatusOk, nothing more written.
-// The other block is a pair 0 +- i with a tiny upper and a huge lower
-// off-diagonal, so that the relative deflation keeps both blocks whole.
+// NoConvergence (badly scaled, the absolute and relative tests part ways on the
+// last): the undeflated block's values stay, the deflated one is written, no
+// vector. A NaN block under the complex solve's threshold: SmallBlock from the
+// side whose substitution meets it (right first), values complete, no vector;
+// beside a real value it stops silently with Ok. The other block, 0 +- i with a
+// tiny and a huge off-diagonal, keeps both whole under the relative test.
 const double e = 1e-20, x = kNaN, t = 1e-30, C = 1e30;
 const Item kBoth64 = {-2, 2, 2, 1e200, 1, 1, -1, -1, 2}, kSilent = {x, e, 0, -e, x, 0, 0, 0, 1};
 const struct Failing {
@@ -320,9 +300,9 @@ const struct Failing {
     {"real 2x2 solve: silent", 3, kSilent, {}, {orlStatus(-1), orlStatusOk, orlStatusOk, orlStatusOk}, {false, true, false}},
 };
 
-template <class E>
-void checkFailing()
+TYPED_TEST(Eigen, NoConvergenceSmallBlockAndSilentStop)
 {
+    using E = TypeParam;
     for (const Failing& f : kFailing) {
         if (sizeof(E) == 4 && f.a32.empty()) continue;
         SCOPED_TRACE(f.what);
@@ -338,12 +318,6 @@ void checkFailing()
             if (g > 0) EXPECT_EQ(o.right[0] != E(kUntouched), f.written[g - 1]) << g;
         }
     }
-}
-
-TEST(EigenFailures, NoConvergenceSmallBlockAndSilentStop)
-{
-    checkFailing<double>();
-    checkFailing<float>();
 }
 
 // NaN and infinite elements end within the iteration budget in a status or a result.
@@ -374,9 +348,8 @@ TEST(EigenFailures, ArraysStopAtFirstFailure)
     }
 }
 
-// ---- layouts and threads ---------------------------------------------------
 
-// Every layout and stride case gives each item the bits of a single member.
+// Every layout and stride gives each item the bits of a single member.
 template <G g, class E>
 void checkLayouts()
 {
@@ -420,32 +393,27 @@ TEST(EigenLayouts, SameBitsOnTheParallelRoute)
     EXPECT_TRUE(sameBits(o[1].right, o[0].right) && sameBits(o[1].left, o[0].left));
 }
 
-// ---- checks ----------------------------------------------------------------
 
-// Pointers, then the order, then the count, then offsets and strides operand
-// by operand; nothing is written on a failure.
+// Pointers, order, count, then offsets and strides operand by operand.
 TEST(EigenChecks, OrderOfChecksAndNothingWritten)
 {
-    double src[16] = {}, dst[16], dst2[16], re[4], im[4], buf[4 * 17];
-    const double* tbl[16];
-    double* dtbl[16];
-    for (int x = 0; x < 16; ++x) tbl[x] = src + x, dtbl[x] = dst + x, dst[x] = kUntouched;
-    std::fill(re, re + 4, kUntouched);
-    EXPECT_EQ(orlmEigenValues_m_64f(src, 32, 8, re, im, 4, nullptr), orlStatusNullPointer);
-    EXPECT_EQ(orlmEigenValues_ma_64f(src, 128, 32, 8, re, im, 0, 0, buf), orlStatusSize);
-    EXPECT_EQ(orlmEigenValues_ma_64f(src, 128, 32, 12, re, im, 4, 0, buf), orlStatusCount);
-    EXPECT_EQ(orlmEigenValuesVectorsRight_m_64f(src, 32, 8, dst, 32, 12, re, im, 4, buf), orlStatusStride);
-    EXPECT_EQ(orlmEigenValuesVectorsLeft_m_64f_P(tbl, -8, dtbl, 0, re, im, 4, buf), orlStatusOffset);
-    // Right and Left _ma_P: srcOffset, srcStride0, dstOffset, dstStride0.
-    EXPECT_EQ(orlmEigenValuesVectorsRight_ma_64f_P(tbl, 0, 4, dtbl, -8, 128, re, im, 4, 1, buf), orlStatusStride);
-    EXPECT_EQ(orlmEigenValuesVectorsRight_ma_64f_P(tbl, 0, 128, dtbl, -8, 4, re, im, 4, 1, buf), orlStatusOffset);
-    // Both _ma_P: srcOffset, srcStride0, rightOffset, leftOffset, then the stride0 pair.
-    EXPECT_EQ(orlmEigenValuesVectors_ma_64f_P(tbl, 0, 128, dtbl, 0, 4, dtbl, 4, 128, re, im, 4, 1, buf), orlStatusOffset);
-    EXPECT_EQ(orlmEigenValuesVectors_ma_64f(src, 128, 32, 8, dst, 128, 32, 8, dst2, 128, 32, 4, re, im, 4, 1, buf), orlStatusStride);
-    EXPECT_EQ(orlmEigenValues_ma_32f(reinterpret_cast<float*>(src), 64, 16, 6, reinterpret_cast<float*>(re), reinterpret_cast<float*>(im), 4, 1,
-                                     reinterpret_cast<float*>(buf)), orlStatusStride);
-    for (int x = 0; x < 16; ++x) EXPECT_EQ(dst[x], kUntouched);
-    for (int x = 0; x < 4; ++x) EXPECT_EQ(re[x], kUntouched);
+    t::CheckBuffers p;
+    auto& [f, fo, g, go, tf, to, tg, tgo, perm] = p;
+    double *gb = go + 16, *re = go + 48, *im = go + 52;  // buffer and values must stay untouched too
+    t::expectChecks(p, {
+        {"NULL buffer", [&] { return orlmEigenValues_m_64f(g, 32, 8, re, im, 4, nullptr); }, orlStatusNullPointer},
+        {"order before count", [&] { return orlmEigenValues_ma_64f(g, 128, 32, 8, re, im, 0, 0, gb); }, orlStatusSize},
+        {"count before stride", [&] { return orlmEigenValues_ma_64f(g, 128, 32, 12, re, im, 4, 0, gb); }, orlStatusCount},
+        {"destination stride", [&] { return orlmEigenValuesVectorsRight_m_64f(g, 32, 8, go, 32, 12, re, im, 4, gb); }, orlStatusStride},
+        {"_P offset", [&] { return orlmEigenValuesVectorsLeft_m_64f_P(tg, -8, tgo, 0, re, im, 4, gb); }, orlStatusOffset},
+        // Right and Left _ma_P: srcOffset, srcStride0, dstOffset, dstStride0.
+        {"source stride0 before destination offset", [&] { return orlmEigenValuesVectorsRight_ma_64f_P(tg, 0, 4, tgo, -8, 128, re, im, 4, 1, gb); }, orlStatusStride},
+        {"destination offset before stride0", [&] { return orlmEigenValuesVectorsRight_ma_64f_P(tg, 0, 128, tgo, -8, 4, re, im, 4, 1, gb); }, orlStatusOffset},
+        // Both _ma_P: srcOffset, srcStride0, rightOffset, leftOffset, then the stride0 pair.
+        {"left offset before right stride0", [&] { return orlmEigenValuesVectors_ma_64f_P(tg, 0, 128, tgo, 0, 4, tgo, 4, 128, re, im, 4, 1, gb); }, orlStatusOffset},
+        {"left stride2", [&] { return orlmEigenValuesVectors_ma_64f(g, 128, 32, 8, go, 128, 32, 8, go, 128, 32, 4, re, im, 4, 1, gb); }, orlStatusStride},
+        {"32f stride2 of 1.5 elements", [&] { return orlmEigenValues_ma_32f(f, 64, 16, 6, fo, fo + 4, 4, 1, fo + 8); }, orlStatusStride},
+    });
 }
 
 }  // namespace

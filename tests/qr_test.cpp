@@ -219,7 +219,7 @@ TEST(QR, ChecksInOrderAndNothingWritten)
     auto& [f, fo, g, go, tf, to, tg, tgo, perm] = p;
     float* fb = fo + 48;  // buffers must stay untouched too
     double* gb = go + 48;
-    solvers::expectChecks(p, {
+    t::expectChecks(p, {
         {"NULL buffer at size 1", [&] { return orlmQRDecomp_m_32f(f, 4, 4, nullptr, fo, 4, 4, 1, 1); }, orlStatusNullPointer},
         {"NULL buffer before count", [&] { return orlmQRBackSubst_mava_64f_L(tg, 0, 16, 8, nullptr, tg, 0, 8, tgo, 0, 8, 2, 2, 0); }, orlStatusNullPointer},
         {"NULL rhs", [&] { return orlmQRBackSubst_mv_64f_P(tg, 0, gb, nullptr, 0, tgo, 0, 2, 2); }, orlStatusNullPointer},

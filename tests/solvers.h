@@ -1,8 +1,7 @@
 // Solver members run on plain row-major items, through every layout: one
 // harness for the decompositions (src, [buffer,] dst, sizes[, count]) and the
 // back-substitutions (src, [buffer,] rhs, dst, sizes[, count]) of the
-// families whose factor is read as stored, plus the checks that their suites
-// share: the route and thread count, and argument checks with nothing written.
+// families whose factor is read as stored, plus the route and thread count.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -167,21 +165,6 @@ inline void expectRouteAndThreads(const Member& m, const Case& c, t::Strides st,
         EXPECT_EQ(probe::regions().count, T > 1 && cost > limit ? 1 : 0) << what;
         if (T == 1) one = r.out;
         for (size_t k = 0; k < one.size(); k += 5) expectBits(r.out[k], one[k], what);
-    }
-}
-
-// Argument checks: each call returns `expect` and writes nothing.
-struct CheckCase {
-    const char* what;
-    std::function<orlStatus()> call;
-    orlStatus expect;
-};
-
-inline void expectChecks(const t::CheckBuffers& p, std::initializer_list<CheckCase> cases)
-{
-    for (const CheckCase& c : cases) {
-        EXPECT_EQ(c.call(), c.expect) << c.what;
-        EXPECT_TRUE(p.untouched()) << c.what;
     }
 }
 
