@@ -185,20 +185,6 @@ TYPED_TEST(Eigen, StandardisationOfTwoByTwoBitForBit)
     }
 }
 
-// A 32f matrix scaled by 2^-60: every subdiagonal entry is under the absolute
-// ulp, so the values family ends at once on the Hessenberg diagonal (all real),
-// while the vector families keep iterating and find the complex pair.
-TEST(EigenValues, AbsoluteDeflationEndsTinyMatricesAtOnce)
-{
-    Item tiny = randomItems(4, 1, 21)[0];  // values 1.52, -0.46 +- 0.87i, 0.17
-    for (double& x : tiny) x = std::ldexp(x, -60);
-    const Out<float> v = solve<G::Values, float>({tiny}, 4), r = solve<G::Right, float>({tiny}, 4);
-    ASSERT_TRUE(v.st == orlStatusOk && r.st == orlStatusOk);
-    EXPECT_EQ(std::count(v.im.begin(), v.im.end(), 0.0f), 4);
-    EXPECT_EQ(std::count_if(r.im.begin(), r.im.end(), [](float x) { return x > 0; }), 1);
-}
-
-
 // Complex pairs: positive imaginary part first, the conjugate next to it.
 template <class E>
 void expectPairs(const Out<E>& o, int n)
@@ -349,15 +335,20 @@ TEST(EigenFailures, ArraysStopAtFirstFailure)
 }
 
 
-// Every layout and stride gives each item the bits of a single member.
+// Every layout and stride, on the parallel route (work n(n+1)count above 10000
+// for the values, n(3n+1)count above 7000 for the vectors), gives each item the
+// bits of a single member.
 template <G g, class E>
 void checkLayouts()
 {
-    const int n = 5;
-    const auto items = randomItems(n, 4, 77);
+    const int n = 4, count = 600;
+    const auto items = randomItems(n, count, 77);
+    t::Threads th(2);
+    probe::reset();
     const Out<E> outs[] = {solve<g, E, K::ma, L::Std>(items, n), solve<g, E, K::ma, L::Std>(items, n, Strides::Wide), solve<g, E, K::ma, L::P>(items, n),
                            solve<g, E, K::ma, L::L>(items, n), solve<g, E, K::ma, L::L>(items, n, Strides::Wide)};
-    for (int q = 0; q < 4; ++q)
+    EXPECT_EQ(probe::regions().count, 5);
+    for (int q = 0; q < count; q += 37)
         for (const Out<E>& one : {solve<g, E, K::m, L::Std>({items[q]}, n, Strides::Wide), solve<g, E, K::m, L::P>({items[q]}, n)}) {
             ASSERT_EQ(one.st, orlStatusOk);
             const auto part = [&](const std::vector<E>& v, int per) { return std::vector<E>(v.begin() + q * per, v.begin() + (q + 1) * per); };
@@ -367,32 +358,13 @@ void checkLayouts()
         }
 }
 
-TEST(EigenLayouts, SameNumbersInEveryLayout)
+TEST(EigenLayouts, SameBitsInEveryLayoutAndOnTheParallelRoute)
 {
     checkLayouts<G::Values, double>();
     checkLayouts<G::Both, double>();
     checkLayouts<G::Right, float>();
     checkLayouts<G::Left, float>();
 }
-
-// Work n*(n+1)*count above 10000 (values) and n*(3n+1)*count above 7000
-// (vectors) takes the driver; two threads give the bits of one.
-TEST(EigenLayouts, SameBitsOnTheParallelRoute)
-{
-    const int n = 4, count = 600;
-    const auto items = randomItems(n, count, 5);
-    Out<double> o[2], v[2];
-    for (int T : {1, 2}) {
-        t::Threads th(T);
-        probe::reset();
-        o[T - 1] = solve<G::Both, double, K::ma, L::P>(items, n), v[T - 1] = solve<G::Values, double, K::ma, L::L>(items, n);
-        EXPECT_TRUE(o[T - 1].st == orlStatusOk && v[T - 1].st == orlStatusOk);
-        EXPECT_EQ(probe::regions().count, T > 1 ? 2 : 0) << T;
-    }
-    EXPECT_TRUE(sameBits(o[1].re, o[0].re) && sameBits(o[1].im, o[0].im) && sameBits(v[1].re, v[0].re));
-    EXPECT_TRUE(sameBits(o[1].right, o[0].right) && sameBits(o[1].left, o[0].left));
-}
-
 
 // Pointers, order, count, then offsets and strides operand by operand.
 TEST(EigenChecks, OrderOfChecksAndNothingWritten)

@@ -1,7 +1,6 @@
-// Solver members run on plain row-major items, through every layout: one
-// harness for the decompositions (src, [buffer,] dst, sizes[, count]) and the
-// back-substitutions (src, [buffer,] rhs, dst, sizes[, count]) of the
-// families whose factor is read as stored, plus the route and thread count.
+// Solver members on plain row-major items through every layout: decompositions
+// (src, [buffer,] dst, sizes[, count]) and back-substitutions (src, [buffer,]
+// rhs, dst, sizes[, count]); values bit for bit, route and thread count.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -43,6 +42,7 @@ struct Member {
     t::L lay;
     std::function<Outcome(const Case&, t::Strides, bool inPlace)> run;
     bool array() const { return shape != Shape::m && shape != Shape::mv; }
+    bool subst() const { return shape != Shape::m && shape != Shape::ma; }
     double round(double v) const { return f32 ? double(float(v)) : v; }
 };
 
@@ -151,6 +151,27 @@ inline void expectBits(const Vec1& got, const Vec1& want, const std::string& wha
             << what << " element " << x << " = " << got[x] << ", expected " << want[x];
 }
 
+// Every member w by h in both stride cases, dst given as src or as rhs (where
+// w = h for the back-substitutions), on cases from `make(m, w, h, count)`
+// against `expect(m, case, strides, inPlace)`, bit for bit.
+template <class Make, class Expect>
+void expectEveryMember(const std::vector<Member>& list, std::initializer_list<std::pair<int, int>> shapes, Make make, Expect expect)
+{
+    for (const Member& m : list)
+        for (auto [w, h] : shapes)
+            for (t::Strides st : {t::Strides::Unit, t::Strides::Wide})
+                for (bool inPlace : {false, true}) {
+                    if (inPlace && w != h && m.subst()) continue;
+                    const Case c = make(m, w, h, m.array() ? 3 : 1);
+                    const Outcome r = m.run(c, st, inPlace);
+                    const std::vector<Vec1> want = expect(m, c, st, inPlace);
+                    const std::string what = m.name + " " + std::to_string(w) + "x" + std::to_string(h) + (st == t::Strides::Wide ? " wide" : "") + (inPlace ? " in place" : "");
+                    ASSERT_EQ(r.st, orlStatusOk) << what;
+                    for (size_t k = 0; k < want.size(); ++k) expectBits(r.out[k], want[k], what);
+                    if (::testing::Test::HasFailure()) return;
+                }
+}
+
 // With 1 to 4 threads: a parallel region opens exactly when T > 1 and the
 // cost is above the limit, and every thread count gives the bits of one thread.
 inline void expectRouteAndThreads(const Member& m, const Case& c, t::Strides st, int cost, int limit)
@@ -170,9 +191,3 @@ inline void expectRouteAndThreads(const Member& m, const Case& c, t::Strides st,
 
 }  // namespace solvers
 
-// The names the solver suites use without qualification.
-namespace solvers::names {
-using namespace solvers;
-using t::L;
-using t::Strides;
-}  // namespace solvers::names
