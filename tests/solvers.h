@@ -22,8 +22,8 @@ constexpr double kUntouched = -777.25;  // outputs before the call; exact in bot
 
 enum class Shape { m, ma, mv, mva, mava };
 
-// One call's data: a matrix of w columns and h rows (one, or one per item
-// in ma and mava) and, for a back-substitution, a right-hand side per item.
+// One call's data: w-by-h matrices (one, or one per item in ma and mava) and
+// the right-hand sides of a back-substitution.
 struct Case {
     int w, h;
     std::vector<Vec1> mats, rhs;
@@ -54,9 +54,8 @@ auto optional(T v)
     else return std::tuple<>();
 }
 
-// `buffered`: the member takes a buffer of h elements and the two sizes
-// width, height; otherwise the one size widthHeight. inPlace passes dst as
-// src (decompositions) or as rhs (back-substitutions, dst of h elements).
+// `buffered`: a buffer of h elements and the sizes width, height; otherwise the
+// size widthHeight. inPlace passes dst as src or as rhs (dst of h elements).
 template <class E, Shape S, t::L lay, bool buffered, class Fn>
 Outcome runMember(Fn fn, const Case& c, t::Strides st, bool inPlace)
 {
@@ -102,8 +101,7 @@ Member member(const char* name, Fn fn)
             [fn](const Case& c, t::Strides st, bool ip) { return runMember<E, S, lay, buffered>(fn, c, st, ip); }};
 }
 
-// Every member of a decomposition stem (m, ma) or a back-substitution stem
-// (mv, mva, mava), both types, all layouts.
+// Every member of a stem (m, ma or mv, mva, mava), both types, all layouts.
 #define ORL_SOLVER_MEMBER(list, stem, shape, E, ty, lay, suffix, buffered)                                      \
     list.push_back(solvers::member<E, solvers::Shape::shape, t::L::lay, buffered>("orlm" #stem "_" #shape "_" #ty #suffix, \
                                                                                  orlm##stem##_##shape##_##ty##suffix));
@@ -120,8 +118,7 @@ Member member(const char* name, Fn fn)
     ORL_SOLVER_SHAPE(list, stem, mva, L, _L, buffered) ORL_SOLVER_SHAPE(list, stem, mava, Std, , buffered)    \
     ORL_SOLVER_SHAPE(list, stem, mava, P, _P, buffered) ORL_SOLVER_SHAPE(list, stem, mava, L, _L, buffered)
 
-// decomps(), substs() and both as members(): a decomposition stem and its
-// back-substitution stem.
+// decomps(), substs() and both as members().
 #define ORL_SOLVER_LISTS(decompStem, substStem, buffered)   \
     std::vector<solvers::Member> decomps()                  \
     {                                                       \
@@ -151,9 +148,8 @@ inline void expectBits(const Vec1& got, const Vec1& want, const std::string& wha
             << what << " element " << x << " = " << got[x] << ", expected " << want[x];
 }
 
-// Every member w by h in both stride cases, dst given as src or as rhs (where
-// w = h for the back-substitutions), on cases from `make(m, w, h, count)`
-// against `expect(m, case, strides, inPlace)`, bit for bit.
+// Every member w by h, both stride cases, dst as src or as rhs (back-substitution:
+// w = h), on `make(m, w, h, count)` against `expect(m, case, strides, inPlace)`.
 template <class Make, class Expect>
 void expectEveryMember(const std::vector<Member>& list, std::initializer_list<std::pair<int, int>> shapes, Make make, Expect expect)
 {
