@@ -337,6 +337,21 @@ std::pair<orlStatus, std::vector<std::vector<double>>> runSquare(Fn fn, int n, c
     return o;
 }
 
+// Argument checks: each call returns `expect` and leaves the buffers untouched.
+struct CheckCase {
+    const char* what;
+    std::function<orlStatus()> call;
+    orlStatus expect;
+};
+
+inline void expectChecks(const CheckBuffers& p, std::initializer_list<CheckCase> cases)
+{
+    for (const CheckCase& c : cases) {
+        EXPECT_EQ(c.call(), c.expect) << c.what;
+        EXPECT_TRUE(p.untouched()) << c.what;
+    }
+}
+
 // Sets the core library's thread count for one scope.
 struct Threads {
     int saved = threads_omp_of_n_orl;

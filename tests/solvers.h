@@ -1,8 +1,6 @@
-// Solver members run on plain row-major items, through every layout: one
-// harness for the decompositions (src, [buffer,] dst, sizes[, count]) and the
-// back-substitutions (src, [buffer,] rhs, dst, sizes[, count]) of the
-// families whose factor is read as stored, plus the checks that their suites
-// share: the route and thread count, and argument checks with nothing written.
+// Solver members on plain row-major items through every layout: decompositions
+// (src, [buffer,] dst, sizes[, count]) and back-substitutions (src, [buffer,]
+// rhs, dst, sizes[, count]); values bit for bit, route and thread count.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -25,8 +22,8 @@ constexpr double kUntouched = -777.25;  // outputs before the call; exact in bot
 
 enum class Shape { m, ma, mv, mva, mava };
 
-// One call's data: a matrix of w columns and h rows (one, or one per item
-// in ma and mava) and, for a back-substitution, a right-hand side per item.
+// One call's data: w-by-h matrices (one, or one per item in ma and mava) and
+// the right-hand sides of a back-substitution.
 struct Case {
     int w, h;
     std::vector<Vec1> mats, rhs;
@@ -45,12 +42,20 @@ struct Member {
     t::L lay;
     std::function<Outcome(const Case&, t::Strides, bool inPlace)> run;
     bool array() const { return shape != Shape::m && shape != Shape::mv; }
+    bool subst() const { return shape != Shape::m && shape != Shape::ma; }
     double round(double v) const { return f32 ? double(float(v)) : v; }
 };
 
-// `buffered`: the member takes a buffer of h elements and the two sizes
-// width, height; otherwise the one size widthHeight. inPlace passes dst as
-// src (decompositions) or as rhs (back-substitutions, dst of h elements).
+// An argument that only some members take.
+template <bool present, class T>
+auto optional(T v)
+{
+    if constexpr (present) return std::make_tuple(v);
+    else return std::tuple<>();
+}
+
+// `buffered`: a buffer of h elements and the sizes width, height; otherwise the
+// size widthHeight. inPlace passes dst as src or as rhs (dst of h elements).
 template <class E, Shape S, t::L lay, bool buffered, class Fn>
 Outcome runMember(Fn fn, const Case& c, t::Strides st, bool inPlace)
 {
@@ -61,18 +66,8 @@ Outcome runMember(Fn fn, const Case& c, t::Strides st, bool inPlace)
     t::Mat<E, mk, lay> a(c.w, c.h, count, st, 3);
     a.fill([&](int k, int i, int j) { return E(c.mats[k][i * c.w + j]); });
     std::vector<E> buffer(c.h, E(kUntouched));
-    const auto sizes = [&] {
-        if constexpr (buffered) return std::make_tuple(c.w, c.h);
-        else return std::make_tuple(c.w);
-    }();
-    const auto buf = [&] {
-        if constexpr (buffered) return std::make_tuple(buffer.data());
-        else return std::tuple<>();
-    }();
-    const auto last = [&] {
-        if constexpr (arr) return std::tuple_cat(sizes, std::make_tuple(count));
-        else return sizes;
-    }();
+    const auto buf = optional<buffered>(buffer.data());
+    const auto last = std::tuple_cat(std::make_tuple(c.w), optional<buffered>(c.h), optional<arr>(count));
     Outcome r{orlStatusOk, {}, false};
     if constexpr (!subst) {
         t::Mat<E, mk, lay, true> d(c.w, c.h, count, st, 4);
@@ -106,8 +101,7 @@ Member member(const char* name, Fn fn)
             [fn](const Case& c, t::Strides st, bool ip) { return runMember<E, S, lay, buffered>(fn, c, st, ip); }};
 }
 
-// Every member of a decomposition stem (m, ma) or a back-substitution stem
-// (mv, mva, mava), both types, all layouts.
+// Every member of a stem (m, ma or mv, mva, mava), both types, all layouts.
 #define ORL_SOLVER_MEMBER(list, stem, shape, E, ty, lay, suffix, buffered)                                      \
     list.push_back(solvers::member<E, solvers::Shape::shape, t::L::lay, buffered>("orlm" #stem "_" #shape "_" #ty #suffix, \
                                                                                  orlm##stem##_##shape##_##ty##suffix));
@@ -124,8 +118,7 @@ Member member(const char* name, Fn fn)
     ORL_SOLVER_SHAPE(list, stem, mva, L, _L, buffered) ORL_SOLVER_SHAPE(list, stem, mava, Std, , buffered)    \
     ORL_SOLVER_SHAPE(list, stem, mava, P, _P, buffered) ORL_SOLVER_SHAPE(list, stem, mava, L, _L, buffered)
 
-// decomps() and substs(): the member lists of a decomposition stem and of
-// its back-substitution stem.
+// decomps(), substs() and both as members().
 #define ORL_SOLVER_LISTS(decompStem, substStem, buffered)   \
     std::vector<solvers::Member> decomps()                  \
     {                                                       \
@@ -138,6 +131,12 @@ Member member(const char* name, Fn fn)
         std::vector<solvers::Member> list;                  \
         ORL_SUBST_MEMBERS(list, substStem, buffered)        \
         return list;                                        \
+    }                                                       \
+    std::vector<solvers::Member> members()                  \
+    {                                                       \
+        std::vector<solvers::Member> list = decomps();      \
+        for (const solvers::Member& m : substs()) list.push_back(m); \
+        return list;                                        \
     }
 
 // Bit equality, element by element; NaNs of any sign or payload count as equal.
@@ -147,6 +146,26 @@ inline void expectBits(const Vec1& got, const Vec1& want, const std::string& wha
     for (size_t x = 0; x < got.size(); ++x)
         EXPECT_TRUE(ref::sameBits(got[x], want[x]) || (std::isnan(got[x]) && std::isnan(want[x])))
             << what << " element " << x << " = " << got[x] << ", expected " << want[x];
+}
+
+// Every member w by h, both stride cases, dst as src or as rhs (back-substitution:
+// w = h), on `make(m, w, h, count)` against `expect(m, case, strides, inPlace)`.
+template <class Make, class Expect>
+void expectEveryMember(const std::vector<Member>& list, std::initializer_list<std::pair<int, int>> shapes, Make make, Expect expect)
+{
+    for (const Member& m : list)
+        for (auto [w, h] : shapes)
+            for (t::Strides st : {t::Strides::Unit, t::Strides::Wide})
+                for (bool inPlace : {false, true}) {
+                    if (inPlace && w != h && m.subst()) continue;
+                    const Case c = make(m, w, h, m.array() ? 3 : 1);
+                    const Outcome r = m.run(c, st, inPlace);
+                    const std::vector<Vec1> want = expect(m, c, st, inPlace);
+                    const std::string what = m.name + " " + std::to_string(w) + "x" + std::to_string(h) + (st == t::Strides::Wide ? " wide" : "") + (inPlace ? " in place" : "");
+                    ASSERT_EQ(r.st, orlStatusOk) << what;
+                    for (size_t k = 0; k < want.size(); ++k) expectBits(r.out[k], want[k], what);
+                    if (::testing::Test::HasFailure()) return;
+                }
 }
 
 // With 1 to 4 threads: a parallel region opens exactly when T > 1 and the
@@ -166,57 +185,5 @@ inline void expectRouteAndThreads(const Member& m, const Case& c, t::Strides st,
     }
 }
 
-// Operands for argument checks: element pools, tables and lists over them,
-// outputs and buffers that must stay as they are.
-struct Pools {
-    float f[64], fo[64], fb[8];
-    double g[64], go[64], gb[8];
-    const float* tf[64];
-    float* to[64];
-    const double* tg[64];
-    double* tgo[64];
-    Pools()
-    {
-        for (int i = 0; i < 64; ++i) {
-            f[i] = float(i % 5 + 1), g[i] = i % 5 + 1, fo[i] = -1.f, go[i] = -1.0;
-            tf[i] = f + i, to[i] = fo + i, tg[i] = g + i, tgo[i] = go + i;
-        }
-        std::fill(fb, fb + 8, -1.f);
-        std::fill(gb, gb + 8, -1.0);
-    }
-    bool untouched() const
-    {
-        const auto minus1 = [](double v) { return v == -1.0; };
-        return std::all_of(fo, fo + 64, minus1) && std::all_of(go, go + 64, minus1) && std::all_of(fb, fb + 8, minus1) &&
-               std::all_of(gb, gb + 8, minus1);
-    }
-};
-
-struct CheckCase {
-    const char* what;
-    std::function<orlStatus()> call;
-    orlStatus expect;
-};
-
-inline void expectChecks(const Pools& p, std::initializer_list<CheckCase> cases)
-{
-    for (const CheckCase& c : cases) {
-        EXPECT_EQ(c.call(), c.expect) << c.what;
-        EXPECT_TRUE(p.untouched()) << c.what;
-    }
-}
-
 }  // namespace solvers
 
-// The names the solver suites use without qualification.
-namespace solvers::names {
-using solvers::Case;
-using solvers::expectBits;
-using solvers::kUntouched;
-using solvers::Member;
-using solvers::Outcome;
-using solvers::Shape;
-using solvers::Vec1;
-using t::L;
-using t::Strides;
-}  // namespace solvers::names

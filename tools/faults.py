@@ -125,6 +125,41 @@ FAULTS += [
      "element-type expansion in ascending columns (wrong summation order)"),
 ]
 
+# eigbufsize, eigsym, eigvalues, eigvectors, chol, cholbacksubst, qr, qrbacksubst
+CH, CHB, QR, QRB, HH = ("src/solvers/chol.cpp", "src/solvers/cholbacksubst.cpp", "src/solvers/qr.cpp",
+                        "src/solvers/qrbacksubst.cpp", "src/solvers/householder.h")
+ESYM, EFR, ESTEP = "src/eigensolvers/eigsym.cpp", "src/eigensolvers/eigenframe.h", "src/eigensolvers/eigsteps.h"
+FAULTS += [
+    (CH, "if (!(t > t0)) return orlStatusNotPosDefinite;", "if (!(t >= t0)) return orlStatusNotPosDefinite;",
+     "Cholesky pivot test > made >="),
+    (CH, "constexpr RsqRow k32Single     {Rsq::Extended, Rsq::Estimate};",
+     "constexpr RsqRow k32Single     {Rsq::Estimate, Rsq::Estimate};",
+     "Cholesky 32f single size 3: estimate instead of extended (wrong numeric kind)"),
+    (CH, "constexpr LimitRow kLimits{{7500, 7500, 2000,  2000,  2000, Test::GT},",
+     "constexpr LimitRow kLimits{{7500, 7500, 2000,  2000,  2000, Test::GE},", "Cholesky 32f limit test > made >="),
+    (CHB, 'return mva && lay == Lay::L ? "NTOZC" : generalOrder(array, lay);',
+     'return mva && lay == Lay::L ? "NTOCZ" : generalOrder(array, lay);',
+     "Cholesky back-substitution mva _L order string: Z and C swapped"),
+    (QR, "if (kEps<E> > std::fabs(norm2)) return orlStatusDivByZero;",
+     "if (kEps<E> >= std::fabs(norm2)) return orlStatusDivByZero;", "QR squared-norm test > made >="),
+    (HH, "constexpr int reflectors(int w, int h) { return w < h ? w : w - 1; }",
+     "constexpr int reflectors(int w, int h) { return w <= h ? w : w - 1; }",
+     "QR reflector count off by one on square matrices"),
+    (QRB, "(S::array ? (w * h + w + h) * n : w * h + (w + h) * n)", "(S::array ? (w * h + w) * n : w * h + (w + h) * n)",
+     "QR back-substitution mava cost formula wrong"),
+    (ESYM, "{Fam::EigenValuesVectorsSym, Shape::m,  32, only(Var::S2), Dep::TopDownShiftSignAtZero},",
+     "{Fam::EigenValuesVectorsSym, Shape::m,  32, only(Var::Unit), Dep::TopDownShiftSignAtZero},",
+     "symmetric eigen: shift departure given to the wrong kernel"),
+    (ESYM, "if (v[j] > v[best]) best = j;", "if (v[j] >= v[best]) best = j;",
+     "symmetric eigen: equal values sorted last first"),
+    (EFR, '{"NZCT0T1T2", "NZCO0T0O1O2T1T2", "NZCO0T0O1O2T1T2"}', '{"NZCT0T1T2", "NZCO0T0O1T1O2T2", "NZCO0T0O1O2T1T2"}',
+     "general eigen vectors _P order string: O2 and T1 swapped"),
+    (ESTEP, "for (int k = 1; k < ki; ++k) X[k - 1] = -T(k, ki);", "for (int k = 1; k < ki; ++k) X[k - 1] = T(k, ki);",
+     "right eigenvectors: right-hand side of a real value with the wrong sign"),
+    (EFR, "const int k = q == Query::EigenValuesGetBufSize ? 1 : 3;",
+     "const int k = q == Query::EigenValuesGetBufSize ? 1 : 2;", "vectors buffer-size query too small"),
+]
+
 
 def sh(cmd, cwd=None, timeout=None, log=None):
     try:
