@@ -107,13 +107,19 @@ orlStatus dotKernel(int count, PerItem<typename A::Elem> dst, const A& a, const 
             constexpr DotForm form = dotForm(shape, tyOf<E>, V, decltype(N)::value);
             int k = 0;
             if constexpr (unit && !form.extended && sizeof(E) == 4 && decltype(N)::value == 4) {
-                // Four items a step, one a lane: the same operations in the same order.
+                // Four items a step, one a lane: the same operations in the
+                // same order. The operands are copied so that their bases and
+                // strides stay in registers across the stores to dst.
+                const A la = a;
+                const B lb = b;
+                const auto prod = [&](int i) {
+                    return _mm_mul_ps(_mm_loadu_ps(vecItem<unit>(la, i).data()), _mm_loadu_ps(vecItem<unit>(lb, i).data()));
+                };
+                float* out = dst.p;
                 for (; k + 4 <= count; k += 4) {
-                    __m128 p[4];
-                    for (int g = 0; g < 4; ++g)
-                        p[g] = _mm_mul_ps(_mm_loadu_ps(&vecItem<unit>(a, k + g)(0)), _mm_loadu_ps(&vecItem<unit>(b, k + g)(0)));
+                    __m128 p[4] = {prod(k), prod(k + 1), prod(k + 2), prod(k + 3)};
                     _MM_TRANSPOSE4_PS(p[0], p[1], p[2], p[3]);
-                    _mm_storeu_ps(dst.item(k), treeSum<form.tree>(p, [](__m128 u, __m128 v) { return _mm_add_ps(u, v); }));
+                    _mm_storeu_ps(out + k, treeSum<form.tree>(p, [](__m128 u, __m128 v) { return _mm_add_ps(u, v); }));
                 }
             }
             for (; k < count; ++k) {
