@@ -267,35 +267,15 @@ TEST(CrossProduct, DstOverSrc1ReadsFirstOnlyInUnitStride)
 // strides of vav before its count.
 TEST(DotCross, CheckOrdersWithNothingWritten)
 {
-    struct Row {
-        const char *name, *order;
-        std::function<orlStatus(const t::Spoil&, t::CheckBuffers&)> call;
-    };
-    const Row rows[] = {
-        {"DotProduct_vava_32f", "NCZT", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmDotProduct_vava_32f(s.n(b.f), 16, 4, b.f, 16, s.t(4), b.fo, s.z(3), s.c()); }},
-        {"DotProduct_vav_32f_L", "NCZTO", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmDotProduct_vav_32f_L(b.tf, s.o(4), 4, b.f, s.t(4), s.n(b.fo), s.z(3), s.c()); }},
-        {"DotProduct_vv_64f_P", "NZO", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmDotProduct_vv_64f_P(s.n(b.tg), 0, b.tg, s.o(8), b.go, s.z(3)); }},
-        {"CrossProduct_vav_32f", "NTC", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmCrossProduct_vav_32f(b.f, 12, 4, s.n(b.f), 4, b.fo, 12, s.t(4), s.c()); }},
-        {"CrossProduct_vav_32f_L", "NTOC", [](const t::Spoil& s, t::CheckBuffers& b) {
-             static float* ld[2];
-             ld[0] = b.fo, ld[1] = b.fo + 4;
-             return orlmCrossProduct_vav_32f_L(b.tf, 0, 4, b.f, s.t(4), s.n(ld), s.o(4), 4, s.c()); }},
-        {"CrossProduct_vava_64f_P", "NCTO", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmCrossProduct_vava_64f_P(s.n(b.tg), 0, 24, b.tg, 0, s.t(24), b.tgo, s.o(8), 24, s.c()); }},
-        {"CrossProduct_vv_32f", "NT", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmCrossProduct_vv_32f(b.f, 4, b.f, s.t(4), s.n(b.fo), 4); }},
-    };
-    for (const Row& r : rows)
-        t::eachSpoil(r.order, [&](const t::Spoil& s) {
-            t::CheckBuffers b;
-            const orlStatus want = ref::expectedStatus(r.order, s.bad);
-            EXPECT_EQ(r.call(s, b), want) << r.name << " spoiled " << s.bad;
-            if (want != orlStatusOk) EXPECT_TRUE(b.untouched()) << r.name << " spoiled " << s.bad;
-        });
+    t::checkRows({
+        {"DotProduct_vava_32f", "NCZT", [](auto& s) { return orlmDotProduct_vava_32f(s.n(s.f), 16, 4, s.f, 16, s.t(4), s.fo, s.z(3), s.c()); }},
+        {"DotProduct_vav_32f_L", "NCZTO", [](auto& s) { return orlmDotProduct_vav_32f_L(s.tf, s.o(4), 4, s.f, s.t(4), s.n(s.fo), s.z(3), s.c()); }},
+        {"DotProduct_vv_64f_P", "NZO", [](auto& s) { return orlmDotProduct_vv_64f_P(s.n(s.tg), 0, s.tg, s.o(8), s.go, s.z(3)); }},
+        {"CrossProduct_vav_32f", "NTC", [](auto& s) { return orlmCrossProduct_vav_32f(s.f, 12, 4, s.n(s.f), 4, s.fo, 12, s.t(4), s.c()); }},
+        {"CrossProduct_vav_32f_L", "NTOC", [](auto& s) { return orlmCrossProduct_vav_32f_L(s.tf, 0, 4, s.f, s.t(4), s.n(s.to), s.o(4), 4, s.c()); }},
+        {"CrossProduct_vava_64f_P", "NCTO", [](auto& s) { return orlmCrossProduct_vava_64f_P(s.n(s.tg), 0, 24, s.tg, 0, s.t(24), s.tgo, s.o(8), 24, s.c()); }},
+        {"CrossProduct_vv_32f", "NT", [](auto& s) { return orlmCrossProduct_vv_32f(s.f, 4, s.f, s.t(4), s.n(s.fo), 4); }},
+    }, ref::expectedStatus);
 }
 
 TEST(DotCross, LimitsAndThreads)

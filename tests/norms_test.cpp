@@ -210,23 +210,12 @@ TEST(Trace, PrecisionPerKernelAndRunningGeneralPath)
 // The general order N C Z T O for every reduction: one member per order.
 TEST(NormsTrace, ChecksLimitsAndThreads)
 {
-    struct Row {
-        const char *name, *order;
-        std::function<orlStatus(const t::Spoil&, t::CheckBuffers&)> call;
-    };
-    const Row rows[] = {
-        {"Trace_ma_32f", "NCZT", [](const t::Spoil& s, t::CheckBuffers& b) { return orlmTrace_ma_32f(b.f, 64, 16, s.t(4), s.z(4), s.n(b.fo), s.c()); }},
-        {"L2Norm_va_64f_L", "NCZTO", [](const t::Spoil& s, t::CheckBuffers& b) { return orlmL2Norm_va_64f_L(b.tg, s.o(8), s.t(8), s.n(b.go), s.z(4), s.c()); }},
-        {"FrobNorm_m_32f_P", "NZO", [](const t::Spoil& s, t::CheckBuffers& b) { return orlmFrobNorm_m_32f_P(b.tf, s.o(4), s.z(2), 3, s.n(b.fo)); }},
-        {"L2Norm_v_64f", "NZT", [](const t::Spoil& s, t::CheckBuffers& b) { return orlmL2Norm_v_64f(b.g, s.t(8), s.n(b.go), s.z(5)); }},
-    };
-    for (const Row& r : rows)
-        t::eachSpoil(r.order, [&](const t::Spoil& s) {
-            t::CheckBuffers b;
-            const orlStatus want = ref::expectedStatus(r.order, s.bad);
-            EXPECT_EQ(r.call(s, b), want) << r.name << " spoiled " << s.bad;
-            if (want != orlStatusOk) EXPECT_TRUE(b.untouched()) << r.name << " spoiled " << s.bad;
-        });
+    t::checkRows({
+        {"Trace_ma_32f", "NCZT", [](auto& s) { return orlmTrace_ma_32f(s.f, 64, 16, s.t(4), s.z(4), s.n(s.fo), s.c()); }},
+        {"L2Norm_va_64f_L", "NCZTO", [](auto& s) { return orlmL2Norm_va_64f_L(s.tg, s.o(8), s.t(8), s.n(s.go), s.z(4), s.c()); }},
+        {"FrobNorm_m_32f_P", "NZO", [](auto& s) { return orlmFrobNorm_m_32f_P(s.tf, s.o(4), s.z(2), 3, s.n(s.fo)); }},
+        {"L2Norm_v_64f", "NZT", [](auto& s) { return orlmL2Norm_v_64f(s.g, s.t(8), s.n(s.go), s.z(5)); }},
+    }, ref::expectedStatus);
 
     // Cost above the limit: 20000, but 40000 for the 32f _L unit-stride Frobenius norm and trace.
     using t::parallel;

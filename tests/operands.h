@@ -356,6 +356,29 @@ void eachSpoil(std::string_view order, F check)
         for (char b : order) check(Spoil{std::string{a, b}});
 }
 
+// One row of a check test: a member, its check order, and its call on the
+// buffers with the spoiled arguments.
+struct Spoiled : Spoil, CheckBuffers {};
+struct CheckRow {
+    const char *name, *order;
+    std::function<orlStatus(Spoiled&)> call;
+};
+
+// Every row under eachSpoil: the status `expected(order, spoiled)` and, on
+// failure, nothing written.
+template <class Expected>
+void checkRows(std::initializer_list<CheckRow> rows, Expected expected)
+{
+    for (const CheckRow& r : rows)
+        eachSpoil(r.order, [&](const Spoil& s) {
+            Spoiled c;
+            c.bad = s.bad;
+            const orlStatus want = expected(r.order, s.bad);
+            EXPECT_EQ(r.call(c), want) << r.name << " spoiled " << s.bad;
+            if (want != orlStatusOk) EXPECT_TRUE(c.untouched()) << r.name << " spoiled " << s.bad;
+        });
+}
+
 // Calls a member with the argument groups of its operands and plain arguments.
 template <class Fn, class... Groups, class... Plain>
 orlStatus call(Fn fn, std::tuple<Groups...> groups, Plain... plain)

@@ -129,34 +129,14 @@ TEST(ScaleValues, InPlace)
 // constants or the destination; the constant itself is not tested.
 TEST(ScaleChecks, OrderAndNothingWritten)
 {
-    struct Row {
-        const char *name, *order;
-        std::function<orlStatus(const t::Spoil&, t::CheckBuffers&)> call;
-    };
-    const Row rows[] = {
-        {"mac_32f", "NCZT", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmMul_mac_32f(s.n(b.f), 48, 12, s.t(4), 1.5f, b.fo, 48, 12, 4, s.z(3), 3, s.c()); }},
-        {"tc_64f_P", "NZO", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmMul_tc_64f_P(b.tg, s.o(8), 0.0, s.n(b.tgo), 0, 3, s.z(3)); }},
-        {"vca_32f", "NCZT", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmMul_vca_32f(b.f, 4, s.n(b.f + 8), s.t(4), b.fo, 16, 4, s.z(3), s.c()); }},
-        {"vca_32f_P", "NCZTO", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmMul_vca_32f_P(b.tf, s.o(4), b.f, s.t(4), s.n(b.to), 0, 16, s.z(3), s.c()); }},
-        {"vaca_64f_L", "NCZTO", [](const t::Spoil& s, t::CheckBuffers& b) {
-             static const double *ls[2], *lv[2];
-             static double* ld[2];
-             ls[0] = b.g, ls[1] = b.g + 8, lv[0] = b.g + 20, lv[1] = b.g + 21, ld[0] = b.go, ld[1] = b.go + 8;
-             return orlmMul_vaca_64f_L(ls, 0, s.t(8), s.n(lv), s.o(8), ld, 0, 8, s.z(3), s.c()); }},
-        {"vc_64f", "NZT", [](const t::Spoil& s, t::CheckBuffers& b) {
-             return orlmMul_vc_64f(b.g, s.t(8), 2.0, s.n(b.go), 8, s.z(3)); }},
-    };
-    for (const Row& r : rows)
-        t::eachSpoil(r.order, [&](const t::Spoil& s) {
-            t::CheckBuffers b;
-            const orlStatus want = ref::expectedStatus(r.order, s.bad);
-            EXPECT_EQ(r.call(s, b), want) << r.name << " spoiled " << s.bad;
-            if (want != orlStatusOk) EXPECT_TRUE(b.untouched()) << r.name << " spoiled " << s.bad;
-        });
+    t::checkRows({
+        {"mac_32f", "NCZT", [](auto& s) { return orlmMul_mac_32f(s.n(s.f), 48, 12, s.t(4), 1.5f, s.fo, 48, 12, 4, s.z(3), 3, s.c()); }},
+        {"tc_64f_P", "NZO", [](auto& s) { return orlmMul_tc_64f_P(s.tg, s.o(8), 0.0, s.n(s.tgo), 0, 3, s.z(3)); }},
+        {"vca_32f", "NCZT", [](auto& s) { return orlmMul_vca_32f(s.f, 4, s.n(s.f + 8), s.t(4), s.fo, 16, 4, s.z(3), s.c()); }},
+        {"vca_32f_P", "NCZTO", [](auto& s) { return orlmMul_vca_32f_P(s.tf, s.o(4), s.f, s.t(4), s.n(s.to), 0, 16, s.z(3), s.c()); }},
+        {"vaca_64f_L", "NCZTO", [](auto& s) { return orlmMul_vaca_64f_L(s.tg, 0, s.t(8), s.n(s.tg), s.o(8), s.tgo, 0, 8, s.z(3), s.c()); }},
+        {"vc_64f", "NZT", [](auto& s) { return orlmMul_vc_64f(s.g, s.t(8), 2.0, s.n(s.go), 8, s.z(3)); }},
+    }, ref::expectedStatus);
 }
 
 // The largest count whose cost stays at the limit is serial, one more is parallel.
