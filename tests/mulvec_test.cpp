@@ -55,13 +55,12 @@ struct MV {
     orlStatus call(Fn fn)
     {
         auto head = std::tuple_cat(A.args(), std::make_tuple(A.cols, A.rows), X.args(), std::make_tuple(Kk));
-        auto mid = [&] {
-            if constexpr (add == Add::None) return head;
-            else return std::tuple_cat(head, B.args(), std::make_tuple(M));
+        auto all = [&] {
+            if constexpr (add == Add::None) return std::tuple_cat(head, Y.args());
+            else return std::tuple_cat(head, B.args(), std::make_tuple(M), Y.args());
         }();
-        auto all = std::tuple_cat(mid, Y.args());
-        if constexpr (array) return std::apply(fn, std::tuple_cat(all, std::make_tuple(count)));
-        else return std::apply(fn, all);
+        if constexpr (array) return t::call(fn, all, count);
+        else return t::call(fn, all);
     }
 
     // The dot path's variant: all bases and the strides between rows and items on 16 bytes.
@@ -181,7 +180,6 @@ TEST(MulVecKinds, EveryKernelAtSizesThreeToSix)
         SQ(m, true, L, Each, orlmGaxpy_mva, Wide, Chain, chainToFive)
     }
 }
-#undef SQ
 
 // Products of -0.0 keep their sign in the packed and extended sums and lose
 // it in the kinds that start from +0.0 (the data above cannot tell these apart).
@@ -256,10 +254,6 @@ TEST(MulVecShapes, RectangularEveryMember)
     GAXPY(mv, m, false, Std, One, ) GAXPY(mv, m, false, P, One, _P)
     GAXPY(mva, m, true, Std, Each, ) GAXPY(mva, m, true, P, Each, _P) GAXPY(mva, m, true, L, Each, _L)
     GAXPY(mvav, m, true, Std, One, ) GAXPY(mvav, m, true, P, One, _P) GAXPY(mvav, m, true, L, One, _L)
-#undef RECT
-#undef SINGLE
-#undef ARRAY
-#undef GAXPY
 }
 
 // One member per check order: 3 x 3 matrices (a t letter's K is the height),
@@ -279,45 +273,35 @@ TEST(MulVecChecks, OrderMismatchAndNothingWritten)
 
 // ---- route -------------------------------------------------------------------------
 
-// Cost of each array shape from the stored width w, height h and the lengths.
-long long costOf(std::string_view s, long long w, long long h, long long l2, long long l3, long long n)
+// The largest count whose cost stays at the limit is serial, one more is
+// parallel; M = 3 and K = 2 unless given, so that Mul's stored width and
+// height are 2 and 3 (m letters) or 3 and 2 (t letters).
+template <class E, K ka, bool xa, L lay, Add add = Add::None, class Fn, class Cost>
+void limitEdge(Fn fn, Strides st, long long limit, Cost cost, int M = 3, int Kk = 2)
 {
-    if (s == "mva" || s == "tva") return w * h + (w + h) * n;
-    if (s == "mav") return h * (w + 1) * n + w;
-    if (s == "tav") return w * (h + 1) * n + h;
-    if (s == "mava" || s == "tava") return (w * h + w + h) * n;
-    if (s == "Gaxpy_mva") return (l2 + 2 * l3) * n;
-    return l2 * n + l3 + l3 * n;  // Gaxpy_mvav
-}
-
-// The largest count whose cost stays at the limit is serial, one more is parallel.
-template <class E, K ka, bool xa, L lay, Add add = Add::None, class Fn>
-void limitEdge(Fn fn, std::string_view shape, Strides st, long long limit, int M = 3, int Kk = 2)
-{
-    MV<E, ka, xa, lay, add> sizes(M, Kk, 1, st);
-    const auto cost = [&](long long n) { return costOf(shape, sizes.A.cols, sizes.A.rows, Kk, M, n); };
     int n = 1;
     while (cost(n + 1) <= limit) ++n;
-    if (shape == "Gaxpy_mva") EXPECT_EQ(cost(n), limit);  // exactly the limit: serial
     for (int items : {n, n + 1}) {
         MV<E, ka, xa, lay, add> p(M, Kk, items, st);
-        EXPECT_EQ(t::parallel([&] { return p.call(fn); }), items > n) << shape << " count " << items;
+        EXPECT_EQ(t::parallel([&] { return p.call(fn); }), items > n) << "count " << items << " limit " << limit;
     }
 }
 
+// Costs: mva tva w*h + (w+h)*n, mav h*(w+1)*n + w, tav w*(h+1)*n + h, mava
+// tava (w*h+w+h)*n; Gaxpy mva (l2 + 2*l3)*n, mvav l2*n + l3 + l3*n.
 TEST(MulVecRoute, CostFormulasAndLimits)
 {
-    limitEdge<double, K::m, true, L::Std>(orlmMul_mva_64f, "mva", Strides::Unit, 36864);
-    limitEdge<double, K::ma, false, L::Std>(orlmMul_mav_64f, "mav", Strides::Unit, 36864);
-    limitEdge<double, K::ta, false, L::Std>(orlmMul_tav_64f, "tav", Strides::Unit, 36864);
-    limitEdge<double, K::ma, true, L::Std>(orlmMul_mava_64f, "mava", Strides::Unit, 36864);
-    limitEdge<double, K::ta, true, L::Std>(orlmMul_tava_64f, "tava", Strides::Wide, 18432);
-    limitEdge<double, K::ma, false, L::L>(orlmMul_mav_64f_L, "mav", Strides::Unit, 18432);
-    limitEdge<double, K::t, true, L::P>(orlmMul_tva_64f_P, "tva", Strides::Unit, 9216);
-    limitEdge<float, K::ta, false, L::Std>(orlmMul_tav_32f, "tav", Strides::Unit, 6, 1, 1);
-    // Gaxpy: one limit of 5000; (2 + 2*4) * 500 is exactly 5000.
-    limitEdge<float, K::m, true, L::Std, Add::Each>(orlmGaxpy_mva_32f, "Gaxpy_mva", Strides::Unit, 5000, 4, 2);
-    limitEdge<float, K::m, true, L::P, Add::One>(orlmGaxpy_mvav_32f_P, "Gaxpy_mvav", Strides::Unit, 5000);
+    limitEdge<double, K::m, true, L::Std>(orlmMul_mva_64f, Strides::Unit, 36864, [](long long n) { return 6 + 5 * n; });
+    limitEdge<double, K::ma, false, L::Std>(orlmMul_mav_64f, Strides::Unit, 36864, [](long long n) { return 9 * n + 2; });
+    limitEdge<double, K::ta, false, L::Std>(orlmMul_tav_64f, Strides::Unit, 36864, [](long long n) { return 9 * n + 2; });
+    limitEdge<double, K::ma, true, L::Std>(orlmMul_mava_64f, Strides::Unit, 36864, [](long long n) { return 11 * n; });
+    limitEdge<double, K::ta, true, L::Std>(orlmMul_tava_64f, Strides::Wide, 18432, [](long long n) { return 11 * n; });
+    limitEdge<double, K::ma, false, L::L>(orlmMul_mav_64f_L, Strides::Unit, 18432, [](long long n) { return 9 * n + 2; });
+    limitEdge<double, K::t, true, L::P>(orlmMul_tva_64f_P, Strides::Unit, 9216, [](long long n) { return 6 + 5 * n; });
+    limitEdge<float, K::ta, false, L::Std>(orlmMul_tav_32f, Strides::Unit, 6, [](long long n) { return 2 * n + 1; }, 1, 1);
+    // Gaxpy: one limit of 5000; M = 4 makes a cost of exactly 5000 (serial) at 500 items.
+    limitEdge<float, K::m, true, L::Std, Add::Each>(orlmGaxpy_mva_32f, Strides::Unit, 5000, [](long long n) { return 10 * n; }, 4, 2);
+    limitEdge<float, K::m, true, L::P, Add::One>(orlmGaxpy_mvav_32f_P, Strides::Unit, 5000, [](long long n) { return 5 * n + 3; });
     // Single shapes have no driver.
     MV<float, K::m, false, L::Std> single(300, 300, 1, Strides::Unit);
     EXPECT_FALSE(t::parallel([&] { return single.call(orlmMul_mv_32f); }));

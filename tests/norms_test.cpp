@@ -43,44 +43,33 @@ std::pair<std::string, char> l2Kind(bool f32, bool array, char var, int n)
     return {n == 6 ? "x" : asc[i], 's'};
 }
 
-template <class E>
-E expectL2(const std::pair<std::string, char>& kind, const std::vector<E>& x, std::uintptr_t addr)
-{
-    const int n = int(x.size());
-    std::vector<E> q(n);
-    for (int j = 0; j < n; ++j) q[j] = E(x[j] * x[j]);
-    const ref::Ext ext = ref::dotExt<ref::Ext>(n, [&](int j) { return x[j]; }, [&](int j) { return x[j]; });
-    E s;
-    if (kind.first == "x") s = E(ext);
-    else if (kind.first == "c") s = ref::chainFromZero(n, q.data());
-    else if (kind.first == "lane") s = E(ref::laneSum(reinterpret_cast<const float*>(q.data()), n, addr, 11, false));
-    else if (kind.first == "pair") s = E(ref::pairSum(reinterpret_cast<const double*>(q.data()), n, addr, 9, false));
-    else s = ref::sumInOrder(kind.first.c_str(), q.data());
-    if (kind.second == 'r') return E(ref::refinedRoot(float(s)));
-    return kind.second == 'X' ? E(sqrtl(ext)) : std::sqrt(s);
-}
-
 // Many items (or calls): a sum in another order differs in some of them.
 template <class E, bool array, L lay, class Fn>
 void checkL2(const char* name, Fn fn, Strides st, int n, std::mt19937& g)
 {
-    for (int rep = 0; rep < (array ? 1 : 40); ++rep) {
-        const int count = array ? 40 : 1;
+    const int count = array ? 40 : 1;
+    const char var = lay == L::P ? 'P' : lay == L::L && array ? (st == Strides::Unit ? 'l' : 'm') : (st == Strides::Unit ? 'u' : 'w');
+    const auto [sum, root] = l2Kind(sizeof(E) == 4, array, var, n);
+    for (int rep = 0; rep < 41 - count; ++rep) {
         Vec<E, array, lay> v(n, count, st, 4);
+        std::vector<E> out(count + 1, E(-1)), q(n);
         for (int k = 0; k < count; ++k)
             for (int j = 0; j < n; ++j) v(k, j) = ref::wild<E>(g, 16);
-        std::vector<E> out(count + 1, E(-1));
         if constexpr (array) ASSERT_EQ(t::call(fn, v.args(), out.data(), n, count), orlStatusOk);
         else ASSERT_EQ(t::call(fn, v.args(), out.data(), n), orlStatusOk);
         ASSERT_EQ(out[count], E(-1));
-        const char var = lay == L::P ? 'P' : lay == L::L && array ? (st == Strides::Unit ? 'l' : 'm') : (st == Strides::Unit ? 'u' : 'w');
-        const auto kind = l2Kind(sizeof(E) == 4, array, var, n);
         for (int k = 0; k < count; ++k) {
-            std::vector<E> x(n);
-            for (int j = 0; j < n; ++j) x[j] = v(k, j);
-            const E want = expectL2(kind, x, reinterpret_cast<std::uintptr_t>(&v(k, 0)));
-            ASSERT_TRUE(ref::sameBits(out[k], want)) << name << " " << var << " n " << n << " item " << k << ": " << kind.first << " "
-                                                     << kind.second << " got " << out[k] << " want " << want;
+            for (int j = 0; j < n; ++j) q[j] = E(v(k, j) * v(k, j));
+            const ref::Ext ext = ref::dotExt<ref::Ext>(n, [&](int j) { return v(k, j); }, [&](int j) { return v(k, j); });
+            const auto addr = reinterpret_cast<std::uintptr_t>(&v(k, 0));
+            E s;
+            if (sum == "x") s = E(ext);
+            else if (sum == "c") s = ref::chainFromZero(n, q.data());
+            else if (sum == "lane") s = E(ref::laneSum(reinterpret_cast<const float*>(q.data()), n, addr, 11, false));
+            else if (sum == "pair") s = E(ref::pairSum(reinterpret_cast<const double*>(q.data()), n, addr, 9, false));
+            else s = ref::sumInOrder(sum.c_str(), q.data());
+            const E want = root == 'r' ? E(ref::refinedRoot(float(s))) : root == 'X' ? E(sqrtl(ext)) : std::sqrt(s);
+            ASSERT_TRUE(ref::sameBits(out[k], want)) << name << " " << var << " n " << n << " item " << k << ": " << sum << " " << root;
         }
     }
 }
@@ -99,12 +88,11 @@ TEST(L2Norm, EveryKernelOrderAndRoot)
         }
 #undef L2
     // A zero vector: the refined path has no guard (0 * inf is NaN), the true roots give 0.
-    const float z[14] = {};
-    float r = 0;
-    ASSERT_EQ(orlmL2Norm_v_32f(z, 4, &r, 4), orlStatusOk);
-    EXPECT_TRUE(std::isnan(r));
-    ASSERT_EQ(orlmL2Norm_v_32f(z, 8, &r, 4), orlStatusOk);
-    EXPECT_EQ(r, 0.0f);
+    const float z[8] = {};
+    float r[2];
+    ASSERT_EQ(orlmL2Norm_v_32f(z, 4, r, 4), orlStatusOk);
+    ASSERT_EQ(orlmL2Norm_v_32f(z, 8, r + 1, 4), orlStatusOk);
+    EXPECT_TRUE(std::isnan(r[0]) && r[1] == 0.0f);
 }
 
 // ---- FrobNorm --------------------------------------------------------------------------
@@ -138,36 +126,25 @@ TEST(FrobNorm, EveryMemberOnSquaresOfOne)
 
 TEST(FrobNorm, GuardsPerKernel)
 {
-    // m_32f: the sum "above" eps: a zero matrix is +0.0 (no NaN), a lone 1e-4
-    // (s = 1e-8) and a sum of exactly eps are 0; m_64f has no guard.
-    float z[9] = {}, r = -1;
-    ASSERT_EQ(orlmFrobNorm_m_32f(z, 12, 4, 3, 3, &r), orlStatusOk);
-    EXPECT_TRUE(ref::sameBits(r, 0.0f));
-    z[4] = 1e-4f;
-    ASSERT_EQ(orlmFrobNorm_m_32f(z, 12, 4, 3, 3, &r), orlStatusOk);
-    EXPECT_EQ(r, 0.0f);
-    alignas(16) const float quarter[2] = {0x1p-12f, 0x1p-12f};  // squares 2^-24 each: s = 2^-23 = eps
-    ASSERT_EQ(orlmFrobNorm_m_32f(quarter, 8, 4, 2, 1, &r), orlStatusOk);
-    EXPECT_EQ(r, 0.0f);
-    double zd[9] = {0, 0, 0, 0, 1e-4}, rd = 0;
-    ASSERT_EQ(orlmFrobNorm_m_64f(zd, 24, 8, 3, 3, &rd), orlStatusOk);
-    EXPECT_EQ(rd, 1e-4);
-    // "At least" eps in the _P kernels: a sum of exactly eps gives its root.
-    const float* tbl2[2] = {quarter, quarter + 1};
-    ASSERT_EQ(orlmFrobNorm_m_32f_P(tbl2, 0, 2, 1, &r), orlStatusOk);
-    EXPECT_EQ(r, std::sqrt(FLT_EPSILON));
+    float z[9] = {}, lone[9] = {0, 0, 0, 0, 1e-4f}, zeros[54] = {}, r[5], out[6];
+    alignas(16) const float eps[2] = {0x1p-12f, 0x1p-12f};  // squares 2^-24 each: s = 2^-23, the epsilon
+    alignas(16) const float lane0[8] = {0, 1e10f, 1e10f, 1e10f, 0, 1e10f, 1e10f, 1e10f};  // squares 0 and 4 of the run zero
+    const float* tbl[2] = {eps, eps + 1};
+    ASSERT_EQ(orlmFrobNorm_m_32f(z, 12, 4, 3, 3, r), orlStatusOk);                 // m_32f: s "above" eps, no NaN
+    ASSERT_EQ(orlmFrobNorm_m_32f(lone, 12, 4, 3, 3, r + 1), orlStatusOk);          // s = 1e-8
+    ASSERT_EQ(orlmFrobNorm_m_32f(eps, 8, 4, 2, 1, r + 2), orlStatusOk);            // s exactly eps
+    ASSERT_EQ(orlmFrobNorm_m_32f_P(tbl, 0, 2, 1, r + 3), orlStatusOk);             // _P: s "at least" eps
+    ASSERT_EQ(orlmFrobNorm_ma_32f(lane0, 32, 16, 4, 4, 2, r + 4, 1), orlStatusOk);  // the lane-0 guard
+    EXPECT_EQ(std::vector<float>(r, r + 5), (std::vector<float>{0, 0, 0, std::sqrt(FLT_EPSILON), 0}));
+    EXPECT_FALSE(std::signbit(r[0]));
+    ASSERT_EQ(orlmFrobNorm_m_32f(lane0, 16, 4, 4, 2, r), orlStatusOk);  // no lane-0 guard in m_32f
+    EXPECT_NEAR(r[0], std::sqrt(6.0f) * 1e10f, 1e4f);
+    double lone64[9] = {0, 0, 0, 0, 1e-4}, r64 = 0;  // m_64f has no guard
+    ASSERT_EQ(orlmFrobNorm_m_64f(lone64, 24, 8, 3, 3, &r64), orlStatusOk);
+    EXPECT_EQ(r64, 1e-4);
     // ma_32f 3x3, unit stride2: groups of four unguarded (NaN), the two items after them guarded (0).
-    std::vector<float> zeros(9 * 6, 0.0f), out(6);
-    ASSERT_EQ(orlmFrobNorm_ma_32f(zeros.data(), 36, 12, 4, 3, 3, out.data(), 6), orlStatusOk);
-    for (int k = 0; k < 6; ++k) EXPECT_EQ(std::isnan(out[k]), k < 4) << k;
-    EXPECT_EQ(out[4] + out[5], 0.0f);
-    // The lane-0 guard: 4x2 aligned items whose squares 0 and 4 of the run are
-    // zero: ma_32f gives 0, m_32f the true norm.
-    alignas(16) float m[8] = {0, 1e10f, 1e10f, 1e10f, 0, 1e10f, 1e10f, 1e10f};
-    ASSERT_EQ(orlmFrobNorm_ma_32f(m, 32, 16, 4, 4, 2, &r, 1), orlStatusOk);
-    EXPECT_EQ(r, 0.0f);
-    ASSERT_EQ(orlmFrobNorm_m_32f(m, 16, 4, 4, 2, &r), orlStatusOk);
-    EXPECT_NEAR(r, std::sqrt(6.0f) * 1e10f, 1e4f);
+    ASSERT_EQ(orlmFrobNorm_ma_32f(zeros, 36, 12, 4, 3, 3, out, 6), orlStatusOk);
+    for (int k = 0; k < 6; ++k) EXPECT_TRUE(k < 4 ? std::isnan(out[k]) : out[k] == 0.0f) << k;
 }
 
 // ---- Trace ----------------------------------------------------------------------------------
@@ -219,7 +196,7 @@ TEST(NormsTrace, ChecksLimitsAndThreads)
 
     // Cost above the limit: 20000, but 40000 for the 32f _L unit-stride Frobenius norm and trace.
     using t::parallel;
-    std::vector<float> a(6 * 40001 + 64, 1.0f), d(40001 + 4, -1.0f);
+    std::vector<float> a(6 * 40001 + 64, 1.0f), d(40001 + 4);
     std::vector<const float*> many(40001, a.data());
     EXPECT_FALSE(parallel([&] { return orlmL2Norm_va_32f(a.data(), 16, 4, d.data(), 4, 5000); }));
     EXPECT_TRUE(parallel([&] { return orlmL2Norm_va_32f(a.data(), 16, 4, d.data(), 4, 5001); }));
@@ -235,12 +212,9 @@ TEST(NormsTrace, ChecksLimitsAndThreads)
     std::vector<float> first;
     for (int T = 1; T <= 4; ++T) {
         t::Threads th(T);
-        std::vector<float> out(3 * 40001);
-        ASSERT_EQ(orlmL2Norm_va_32f(a.data(), 24, 4, out.data(), 6, 40001), orlStatusOk);
-        ASSERT_EQ(orlmFrobNorm_ma_32f(a.data(), 24, 12, 4, 3, 2, out.data() + 40001, 40001), orlStatusOk);
-        ASSERT_EQ(orlmTrace_ma_32f(a.data(), 16, 8, 4, 2, out.data() + 80002, 40001), orlStatusOk);
-        if (T == 1) first = out;
-        else ASSERT_EQ(std::memcmp(out.data(), first.data(), out.size() * 4), 0) << T << " threads";
+        ASSERT_EQ(orlmL2Norm_va_32f(a.data(), 24, 4, d.data(), 6, 40001), orlStatusOk);
+        if (T == 1) first = d;
+        EXPECT_EQ(d, first) << T << " threads";
     }
 }
 

@@ -104,10 +104,6 @@ TEST(ScaleValues, EveryMemberAndLayout)
     ALL(matrixMember, mc, K::m) ALL(matrixMember, tc, K::t) ALLA(matrixMember, mac, K::ma) ALLA(matrixMember, tac, K::ta)
     ALL(vectorMember, vc, false, false) ALLA(vectorMember, vac, true, false)
     ALLA(vectorMember, vca, false, true) ALLA(vectorMember, vaca, true, true)
-#undef LAYS
-#undef STD
-#undef ALL
-#undef ALLA
 }
 
 // In place with equal strides: each element is read before it is written.
