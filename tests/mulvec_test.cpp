@@ -4,13 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <vector>
 
-#include "omp_probe.h"
 #include "operands.h"
-#include "orlcore.h"
-#include "orlm.h"
 #include "reference.h"
 
 namespace {
@@ -19,16 +15,13 @@ using t::K;
 using t::L;
 using t::Mat;
 using t::Strides;
-using t::Threads;
 using t::Vec;
+using ref::Num;
 
-// How one result element is formed:
-//   Row, Col, Pair  packed, the products added by that tree
-//   X               extended, one rounding (Gaxpy: the addend added there too)
-//   Chain           element precision from the first product, ascending k
-//   B               element precision from +0.0 (blocked and running)
-//   D               through the destination
-//   Dot             the dot path, by the addresses of the data
+// How one result element is formed: packed by the row, column or pair tree
+// (in ref::Tree's order), extended (Gaxpy: the addend added there too),
+// element precision from the first product (Chain) or from +0.0 (B, blocked
+// and running), through the destination (D), or the dot path (Dot).
 enum class Kd { Row, Col, Pair, X, Chain, B, D, Dot };
 
 // Gaxpy's addend: none (Mul), one vector for all items, one per item.
@@ -50,28 +43,24 @@ struct MV {
     {
         std::mt19937 rng(seed);
         std::uniform_real_distribution<E> u(E(-1), E(1));
-        // Magnitudes spread over 2^-8 .. 2^8, so that sums in different
-        // orders or precisions differ in the last bit on few elements.
+        // Magnitudes over 2^-8 .. 2^8: other orders differ in the last bit on some elements.
         A.fill([&](int, int, int) { return std::ldexp(u(rng), int(rng() % 17) - 8); });
         for (int n = 0; n < X.count; ++n)
             for (int k = 0; k < Kk; ++k) X(n, k) = u(rng);
         for (int n = 0; n < B.count; ++n)
             for (int i = 0; i < M; ++i) B(n, i) = u(rng);
-        for (int n = 0; n < Y.count; ++n)
-            for (int i = 0; i < M; ++i) Y(n, i) = E(99);
     }
 
     template <class Fn>
     orlStatus call(Fn fn)
     {
         auto head = std::tuple_cat(A.args(), std::make_tuple(A.cols, A.rows), X.args(), std::make_tuple(Kk));
-        auto mid = [&] {
-            if constexpr (add == Add::None) return head;
-            else return std::tuple_cat(head, B.args(), std::make_tuple(M));
+        auto all = [&] {
+            if constexpr (add == Add::None) return std::tuple_cat(head, Y.args());
+            else return std::tuple_cat(head, B.args(), std::make_tuple(M), Y.args());
         }();
-        auto all = std::tuple_cat(mid, Y.args());
-        if constexpr (array) return std::apply(fn, std::tuple_cat(all, std::make_tuple(count)));
-        else return std::apply(fn, all);
+        if constexpr (array) return t::call(fn, all, count);
+        else return t::call(fn, all);
     }
 
     // The dot path's variant: all bases and the strides between rows and items on 16 bytes.
@@ -87,42 +76,34 @@ struct MV {
         const auto a = [&](int k) { return A(n, i, k); };
         const auto x = [&](int k) { return X(xa ? n : 0, k); };
         const E b = add == Add::None ? E(0) : B(add == Add::Each ? n : 0, i);
+        std::vector<E> p(Kk);
+        for (int k = 0; k < Kk; ++k) p[k] = a(k) * x(k);
         E s{};
         switch (kd) {
-        case Kd::Row: case Kd::Col: case Kd::Pair: {
-            E p[6];
-            for (int k = 0; k < Kk; ++k) p[k] = a(k) * x(k);
-            s = ref::treeSum(kd == Kd::Row ? ref::Tree::Row : kd == Kd::Col ? ref::Tree::Column : ref::Tree::Pair, p, Kk);
-            break;
-        }
         case Kd::X:
-            if (add == Add::None) return ref::dotExt<E>(Kk, a, x);
+            if (add == Add::None) return ref::dot<E>(Num::Extended, Kk, a, x);
             return ref::sumExt<E>(Kk + 1, [&](int k) { return k < Kk ? Ext(a(k)) * Ext(x(k)) : Ext(b); });
-        case Kd::Chain: s = ref::dotElem<E>(Kk, a, x); break;
-        case Kd::B: s = ref::dotFromZero<E>(Kk, a, x); break;
         case Kd::D:
-            s = ref::dotThroughDst<E>(Kk, a, x);
+            s = ref::dot<E>(Num::ThroughDst, Kk, a, x);
             return add == Add::None ? s : E(Ext(s) + Ext(b));
+        case Kd::Chain: s = ref::dot<E>(Num::Packed, Kk, a, x); break;
+        case Kd::B: s = ref::dot<E>(Num::Blocked, Kk, a, x); break;
         case Kd::Dot:
-            if constexpr (sizeof(E) == 4) s = ref::dotPath32f(Kk, &A(n, i, 0), &X(xa ? n : 0, 0), aligned());
+            if constexpr (sizeof(E) == 4) s = ref::laneSum(p.data(), Kk, std::uintptr_t(&X(xa ? n : 0, 0)), 11, aligned());
             break;
+        default: s = ref::sumInOrder(ref::treeOrder(ref::Tree(int(kd)), Kk), p.data());
         }
         return add == Add::None ? s : s + b;
     }
 
     void check(Kd kd, const std::string& what)
     {
-        int bad = 0;
         for (int n = 0; n < count; ++n)
-            for (int i = 0; i < M; ++i) {
-                const E want = expect(kd, n, i), got = Y(n, i);
-                if (!t::sameBits(want, got) && bad++ < 3)
-                    ADD_FAILURE() << what << ": item " << n << " row " << i << " got " << got << " want " << want;
-            }
+            for (int i = 0; i < M; ++i)
+                ASSERT_TRUE(t::sameBits(expect(kd, n, i), Y(n, i))) << what << ": item " << n << " row " << i << " want " << expect(kd, n, i);
     }
 
-    // The data tells `kd` apart from `rival` somewhere, so that a passing
-    // check means something.
+    // The data tells `kd` from `rival` somewhere, so that a passing check means something.
     bool tellsApart(Kd kd, Kd rival)
     {
         for (int n = 0; n < count; ++n)
@@ -132,12 +113,10 @@ struct MV {
     }
 };
 
-// A square matrix of order n in one member, checked against its kind, and
-// the data shown to tell that kind from its nearest rivals: a tree from the
-// ascending order (sizes 4 to 6; at 3 every tree is the ascending order) and
-// from the extended sum; the row tree from the column tree at 4 and 6.
-// Members of one item run on several data sets, so that there are enough
-// elements to tell the kinds apart.
+// A square matrix of order n against its kind, the data shown to tell that
+// kind from its nearest rivals: a tree from the ascending order (at 3 every
+// tree is ascending) and from the extended sum; the row tree from the column
+// tree at 4 and 6. Single items run on several data sets.
 template <class E, K ka, bool xa, L lay, Add add, class Fn>
 void square(Fn fn, int n, Strides st, Kd kd, const std::string& what)
 {
@@ -156,406 +135,188 @@ void square(Fn fn, int n, Strides st, Kd kd, const std::string& what)
     EXPECT_TRUE(rival && chain && col && dst) << what << ": the data does not tell the kind from its rivals";
 }
 
-#define SQ(E, a, xa, lay, add, fn, st, kd) \
-    square<E, K::a, xa, L::lay, Add::add>(fn, n, Strides::st, Kd::kd, std::string(#fn " " #st " ") + std::to_string(n))
+// One row per kernel whose paths at 3 to 6 are settled: the member in 32f
+// and in 64f, the stride case, the kind of each.
+#define NAME_Std(fn, ty) fn##_##ty
+#define NAME_P(fn, ty) fn##_##ty##_P
+#define NAME_L(fn, ty) fn##_##ty##_L
+#define SQ(a, xa, lay, add, fn, st, k32, k64)                                                                                    \
+    square<float, K::a, xa, L::lay, Add::add>(NAME_##lay(fn, 32f), n, Strides::st, k32, #fn " 32f " #lay " " #st " " + std::to_string(n)); \
+    square<double, K::a, xa, L::lay, Add::add>(NAME_##lay(fn, 64f), n, Strides::st, k64, #fn " 64f " #lay " " #st " " + std::to_string(n));
 
-TEST(MulVecKinds, Float)
+TEST(MulVecKinds, EveryKernelAtSizesThreeToSix)
 {
+    constexpr Kd Row = Kd::Row, Col = Kd::Col, Pair = Kd::Pair, X = Kd::X, Chain = Kd::Chain, B = Kd::B;
     for (int n : {3, 4, 5, 6}) {
-        // Unit-stride kernels: extended for mv tv tva, the row tree for m
-        // letters, the column tree for t letters.
-        SQ(float, m, false, Std, None, orlmMul_mv_32f, Unit, X);
-        SQ(float, t, false, Std, None, orlmMul_tv_32f, Unit, X);
-        SQ(float, t, true, Std, None, orlmMul_tva_32f, Unit, X);
-        SQ(float, m, true, Std, None, orlmMul_mva_32f, Unit, Row);
-        SQ(float, ma, false, Std, None, orlmMul_mav_32f, Unit, Row);
-        SQ(float, ma, true, Std, None, orlmMul_mava_32f, Unit, Row);
-        SQ(float, ta, false, Std, None, orlmMul_tav_32f, Unit, Col);
-        SQ(float, ta, true, Std, None, orlmMul_tava_32f, Unit, Col);
-        // _L: trees for an array of matrices, the general path for mva tva.
-        SQ(float, ma, true, L, None, orlmMul_mava_32f_L, Unit, Row);
-        SQ(float, ta, false, L, None, orlmMul_tav_32f_L, Unit, Col);
-        SQ(float, m, true, L, None, orlmMul_mva_32f_L, Unit, B);
-        SQ(float, t, true, L, None, orlmMul_tva_32f_L, Unit, B);
-        // Other stride2, _P, and _LS2 (the mv or tv _S2 kernel per item): extended.
-        SQ(float, m, true, Std, None, orlmMul_mva_32f, Wide, X);
-        SQ(float, ta, true, Std, None, orlmMul_tava_32f, Wide, X);
-        SQ(float, ma, true, P, None, orlmMul_mava_32f_P, Unit, X);
-        SQ(float, t, false, P, None, orlmMul_tv_32f_P, Unit, X);
-        SQ(float, ta, true, L, None, orlmMul_tava_32f_L, Wide, X);
-        SQ(float, m, true, L, None, orlmMul_mva_32f_L, Wide, X);
-        // Gaxpy: the row tree plus b in unit-stride kernels, else a chain plus b.
-        SQ(float, m, false, Std, One, orlmGaxpy_mv_32f, Unit, Row);
-        SQ(float, m, true, Std, Each, orlmGaxpy_mva_32f, Unit, Row);
-        SQ(float, m, true, L, One, orlmGaxpy_mvav_32f_L, Unit, Row);
-        SQ(float, m, true, Std, Each, orlmGaxpy_mva_32f, Wide, Chain);
-        SQ(float, m, true, P, One, orlmGaxpy_mvav_32f_P, Unit, Chain);
-        SQ(float, m, true, L, Each, orlmGaxpy_mva_32f_L, Wide, Chain);
+        const Kd chainToFive = n < 6 ? Chain : X;  // Gaxpy 64f other stride2, _P, _LS2
+        // Unit stride2: 32f extended for mv tv tva, else rows for m letters, columns for t; 64f pairs for m, extended for t.
+        SQ(m, false, Std, None, orlmMul_mv, Unit, X, Pair)
+        SQ(t, false, Std, None, orlmMul_tv, Unit, X, X)
+        SQ(t, true, Std, None, orlmMul_tva, Unit, X, X)
+        SQ(m, true, Std, None, orlmMul_mva, Unit, Row, Pair)
+        SQ(ma, false, Std, None, orlmMul_mav, Unit, Row, Pair)
+        SQ(ma, true, Std, None, orlmMul_mava, Unit, Row, Pair)
+        SQ(ta, false, Std, None, orlmMul_tav, Unit, Col, X)
+        SQ(ta, true, Std, None, orlmMul_tava, Unit, Col, X)
+        // _L: trees for an array of matrices (and 64f mva), the general path for the others.
+        SQ(ma, true, L, None, orlmMul_mava, Unit, Row, Pair)
+        SQ(ta, false, L, None, orlmMul_tav, Unit, Col, Pair)
+        SQ(ta, true, L, None, orlmMul_tava, Unit, Col, B)
+        SQ(m, true, L, None, orlmMul_mva, Unit, B, Pair)
+        SQ(t, true, L, None, orlmMul_tva, Unit, B, B)
+        // Other stride2, _P, and _LS2 (the mv or tv kernel per item): extended.
+        SQ(m, true, Std, None, orlmMul_mva, Wide, X, X)
+        SQ(ta, true, Std, None, orlmMul_tava, Wide, X, X)
+        SQ(ma, true, P, None, orlmMul_mava, Unit, X, X)
+        SQ(t, false, P, None, orlmMul_tv, Unit, X, X)
+        SQ(ta, true, L, None, orlmMul_tava, Wide, X, X)
+        SQ(m, true, L, None, orlmMul_mva, Wide, X, X)
+        // Gaxpy: the tree plus b in unit-stride kernels, else a chain plus b (64f at 6: extended).
+        SQ(m, false, Std, One, orlmGaxpy_mv, Unit, Row, Pair)
+        SQ(m, true, Std, Each, orlmGaxpy_mva, Unit, Row, Pair)
+        SQ(m, true, L, One, orlmGaxpy_mvav, Unit, Row, Pair)
+        SQ(m, true, Std, Each, orlmGaxpy_mva, Wide, Chain, chainToFive)
+        SQ(m, true, P, One, orlmGaxpy_mvav, Unit, Chain, chainToFive)
+        SQ(m, true, L, Each, orlmGaxpy_mva, Wide, Chain, chainToFive)
     }
-}
-
-TEST(MulVecKinds, Double)
-{
-    for (int n : {3, 4, 5, 6}) {
-        SQ(double, m, false, Std, None, orlmMul_mv_64f, Unit, Pair);
-        SQ(double, m, true, Std, None, orlmMul_mva_64f, Unit, Pair);
-        SQ(double, ma, false, Std, None, orlmMul_mav_64f, Unit, Pair);
-        SQ(double, ma, true, Std, None, orlmMul_mava_64f, Unit, Pair);
-        SQ(double, t, false, Std, None, orlmMul_tv_64f, Unit, X);
-        SQ(double, t, true, Std, None, orlmMul_tva_64f, Unit, X);
-        SQ(double, ta, false, Std, None, orlmMul_tav_64f, Unit, X);
-        SQ(double, ta, true, Std, None, orlmMul_tava_64f, Unit, X);
-        SQ(double, m, true, L, None, orlmMul_mva_64f_L, Unit, Pair);
-        SQ(double, ta, false, L, None, orlmMul_tav_64f_L, Unit, Pair);
-        SQ(double, t, true, L, None, orlmMul_tva_64f_L, Unit, B);
-        SQ(double, ta, true, L, None, orlmMul_tava_64f_L, Unit, B);
-        SQ(double, m, false, Std, None, orlmMul_mv_64f, Wide, X);
-        SQ(double, ta, false, P, None, orlmMul_tav_64f_P, Unit, X);
-        SQ(double, ma, true, L, None, orlmMul_mava_64f_L, Wide, X);
-        SQ(double, m, false, Std, One, orlmGaxpy_mv_64f, Unit, Pair);
-        SQ(double, m, true, L, One, orlmGaxpy_mvav_64f_L, Unit, Pair);
-        // Gaxpy 64f other stride2, _P, _LS2: a chain at 3 to 5, extended at 6.
-        if (n < 6) {
-            SQ(double, m, true, Std, Each, orlmGaxpy_mva_64f, Wide, Chain);
-            SQ(double, m, false, P, One, orlmGaxpy_mv_64f_P, Unit, Chain);
-            SQ(double, m, true, L, One, orlmGaxpy_mvav_64f_L, Wide, Chain);
-        } else {
-            SQ(double, m, true, Std, Each, orlmGaxpy_mva_64f, Wide, X);
-            SQ(double, m, false, P, One, orlmGaxpy_mv_64f_P, Unit, X);
-            SQ(double, m, true, L, One, orlmGaxpy_mvav_64f_L, Wide, X);
-        }
-    }
-}
-
-// The same 4x4 contiguous data: mv rounds once from the extended format, mva
-// with one item adds (p0+p2)+(p1+p3) in single precision, tva (on the data
-// stored transposed) is extended again.
-TEST(MulVecKinds, MvMvaTvaOnSameData)
-{
-    MV<float, K::m, false, L::Std> mv(4, 4, 1, Strides::Unit, 21);
-    MV<float, K::m, true, L::Std> mva(4, 4, 1, Strides::Unit, 21);
-    MV<float, K::t, true, L::Std> tva(4, 4, 1, Strides::Unit, 21);
-    for (int i = 0; i < 4; ++i)
-        for (int k = 0; k < 4; ++k) mva.A(0, i, k) = tva.A(0, i, k) = mv.A(0, i, k);
-    for (int k = 0; k < 4; ++k) mva.X(0, k) = tva.X(0, k) = mv.X(0, k);
-    ASSERT_EQ(mv.call(orlmMul_mv_32f), orlStatusOk);
-    ASSERT_EQ(mva.call(orlmMul_mva_32f), orlStatusOk);
-    ASSERT_EQ(tva.call(orlmMul_tva_32f), orlStatusOk);
-    bool differ = false;
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_TRUE(t::sameBits(mv.Y(0, i), tva.Y(0, i))) << i;
-        differ |= !t::sameBits(mv.Y(0, i), mva.Y(0, i));
-    }
-    EXPECT_TRUE(differ);
-    mva.check(Kd::Row, "mva");
-}
-
-// ---- the dot path -------------------------------------------------------------------
-
-// mva 32f with K = 10 on 16-byte aligned data: a block of 8 in lanes, then
-// two scalar additions; the same data moved off 16 bytes is one chain from
-// +0.0; with K = 13 the unaligned variant peels up to the vector's boundary.
-TEST(MulVecDot, AlignedUnalignedAndPeel)
-{
-    struct Case {
-        int K, shift;  // shift: elements by which x, A and y are moved off 16 bytes
-    };
-    const int M = 3, count = 4;
-    for (Case c : {Case{10, 0}, Case{10, 1}, Case{13, 0}, Case{13, 1}, Case{13, 2}, Case{13, 3}, Case{19, 3}, Case{7, 0}}) {
-        // Rows of A and items of x and y 16 bytes apart (64 bytes), so that
-        // only the shift decides the variant.
-        const int s1 = 16 * ((c.K + 3) / 4 + 1), s0 = s1;  // in elements
-        const std::size_t bytes = 4 * std::size_t(M * s1 + 2 * count * s0 + 64);
-        float* mem = static_cast<float*>(std::aligned_alloc(64, (bytes + 63) / 64 * 64));
-        float* a = mem + c.shift;
-        float* x = mem + M * s1 + c.shift;
-        float* y = x + count * s0;
-        std::mt19937 rng(c.K * 10 + c.shift);
-        std::uniform_real_distribution<float> u(-1, 1);
-        for (int i = 0; i < M; ++i)
-            for (int k = 0; k < c.K; ++k) a[i * s1 + k] = u(rng);
-        for (int n = 0; n < count; ++n)
-            for (int k = 0; k < c.K; ++k) x[n * s0 + k] = u(rng);
-        ASSERT_EQ(orlmMul_mva_32f(a, 4 * s1, 4, c.K, M, x, 4 * s0, 4, c.K, y, 4 * s0, 4, count), orlStatusOk);
-        int differ = 0;
-        for (int n = 0; n < count; ++n)
-            for (int i = 0; i < M; ++i) {
-                const float want = ref::dotPath32f(c.K, a + i * s1, x + n * s0, c.shift == 0);
-                const float chain = ref::dotFromZero<float>(c.K, [&](int k) { return a[i * s1 + k]; }, [&](int k) { return x[n * s0 + k]; });
-                EXPECT_TRUE(t::sameBits(y[n * s0 + i], want)) << "K " << c.K << " shift " << c.shift << " item " << n << " row " << i;
-                differ += !t::sameBits(want, chain);
-            }
-        const bool chainOnly = c.shift == 0 ? c.K < 8 : c.K < 11;
-        if (chainOnly) EXPECT_EQ(differ, 0) << c.K << " " << c.shift;
-        else EXPECT_GT(differ, 0) << "data does not tell the dot order from a chain: K " << c.K << " shift " << c.shift;
-        std::free(mem);
-    }
-}
-
-// ---- every member on rectangular sizes: the general paths -----------------------
-
-// The general path of a kernel: Mul blocked where the element step is the
-// element size, running elsewhere (both from +0.0), through the destination
-// in _P; the dot path in the unit-stride mva 32f kernel. Gaxpy running in
-// the standard layout, through the destination in _P, _L and _LS2.
-template <class E, K ka, bool xa, L lay, Add add, class Fn>
-void rectangular(Fn fn, bool dot)
-{
-    struct Sz {
-        int M, K;
-    };
-    for (Sz z : {Sz{2, 5}, Sz{5, 2}, Sz{3, 4}, Sz{1, 1}, Sz{9, 3}, Sz{8, 13}, Sz{11, 12}})
-        for (Strides st : {Strides::Unit, Strides::Wide}) {
-            if (lay == L::P && st == Strides::Wide) continue;
-            MV<E, ka, xa, lay, add> p(z.M, z.K, 3, st);
-            ASSERT_EQ(p.call(fn), orlStatusOk);
-            Kd kd = lay == L::P || (add != Add::None && lay == L::L) ? Kd::D : Kd::B;
-            if (dot && st == Strides::Unit) kd = Kd::Dot;
-            p.check(kd, "rectangular");
-            if (z.K >= 11) EXPECT_TRUE(p.tellsApart(kd, kd == Kd::D ? Kd::B : Kd::D));
-            if (::testing::Test::HasFailure()) {
-                ADD_FAILURE() << "M " << z.M << " K " << z.K << " wide " << (st == Strides::Wide);
-                return;
-            }
-        }
-}
-
-#define MUL_SINGLE(X) X(mv, m, false) X(tv, t, false)
-#define MUL_ARRAY(X) X(mva, m, true) X(tva, t, true) X(mav, ma, false) X(tav, ta, false) X(mava, ma, true) X(tava, ta, true)
-
-TEST(MulVecShapes, RectangularEveryMember)
-{
-#define RECT(s, a, xa, lays, add, fn32, fn64)                                        \
-    rectangular<float, K::a, xa, L::lays, Add::add>(fn32, Add::add == Add::None && std::string_view(#s) == "mva" && L::lays == L::Std); \
-    rectangular<double, K::a, xa, L::lays, Add::add>(fn64, false);
-#define SINGLE(s, a, xa)                                                  \
-    RECT(s, a, xa, Std, None, orlmMul_##s##_32f, orlmMul_##s##_64f)       \
-    RECT(s, a, xa, P, None, orlmMul_##s##_32f_P, orlmMul_##s##_64f_P)
-#define ARRAY(s, a, xa) SINGLE(s, a, xa) RECT(s, a, xa, L, None, orlmMul_##s##_32f_L, orlmMul_##s##_64f_L)
-    MUL_SINGLE(SINGLE)
-    MUL_ARRAY(ARRAY)
-    RECT(mv, m, false, Std, One, orlmGaxpy_mv_32f, orlmGaxpy_mv_64f)
-    RECT(mv, m, false, P, One, orlmGaxpy_mv_32f_P, orlmGaxpy_mv_64f_P)
-    RECT(mva, m, true, Std, Each, orlmGaxpy_mva_32f, orlmGaxpy_mva_64f)
-    RECT(mva, m, true, P, Each, orlmGaxpy_mva_32f_P, orlmGaxpy_mva_64f_P)
-    RECT(mva, m, true, L, Each, orlmGaxpy_mva_32f_L, orlmGaxpy_mva_64f_L)
-    RECT(mvav, m, true, Std, One, orlmGaxpy_mvav_32f, orlmGaxpy_mvav_64f)
-    RECT(mvav, m, true, P, One, orlmGaxpy_mvav_32f_P, orlmGaxpy_mvav_64f_P)
-    RECT(mvav, m, true, L, One, orlmGaxpy_mvav_32f_L, orlmGaxpy_mvav_64f_L)
-#undef RECT
-#undef SINGLE
-#undef ARRAY
 }
 
 // Products of -0.0 keep their sign in the packed and extended sums and lose
-// it in the kinds that start from +0.0.
+// it in the kinds that start from +0.0 (the data above cannot tell these apart).
 TEST(MulVecKinds, NegativeZeroProducts)
 {
-    const auto run = [](auto fn, auto tag, int n, Strides st) {
-        using E = decltype(tag);
-        MV<E, K::ma, true, L::Std> p(n, n, 1, st);
-        p.A.fill([](int, int, int) { return -E(0); });
-        for (int k = 0; k < n; ++k) p.X(0, k) = E(1 + k);
+    const auto negative = [](auto fn, auto tag, int n, Strides st) {
+        MV<decltype(tag), K::ma, true, L::Std> p(n, n, 1, st);
+        p.A.fill([](int, int, int) { return -decltype(tag)(0); });
+        for (int k = 0; k < n; ++k) p.X(0, k) = decltype(tag)(1 + k);  // -0.0 products
         EXPECT_EQ(p.call(fn), orlStatusOk);
         return std::signbit(p.Y(0, n - 1));
     };
-    EXPECT_TRUE(run(orlmMul_mava_32f, 0.0f, 4, Strides::Unit));   // row tree
-    EXPECT_TRUE(run(orlmMul_mava_64f, 0.0, 6, Strides::Unit));    // extended
-    EXPECT_TRUE(run(orlmMul_mava_32f, 0.0f, 5, Strides::Wide));   // extended
-    EXPECT_FALSE(run(orlmMul_mava_32f, 0.0f, 7, Strides::Unit));  // blocked
-    EXPECT_FALSE(run(orlmMul_mava_64f, 0.0, 2, Strides::Wide));   // running
+    EXPECT_TRUE(negative(orlmMul_mava_32f, 0.0f, 4, Strides::Unit));   // row tree
+    EXPECT_TRUE(negative(orlmMul_mava_64f, 0.0, 6, Strides::Unit));    // extended
+    EXPECT_FALSE(negative(orlmMul_mava_32f, 0.0f, 7, Strides::Unit));  // blocked
+    EXPECT_FALSE(negative(orlmMul_mava_64f, 0.0, 2, Strides::Wide));   // running
 }
 
-// ---- checks ------------------------------------------------------------------------
-
-// Arguments to spoil; `stride` 1 is half an element too many, 2 a stride of 0;
-// `offset` 1 is minus one element.
-struct Spoil {
-    bool null = false;
-    int count = 2, w = 3, l2 = 3, l3 = 3, stride = 0, offset = 0;
-};
-
-const Spoil kSpoils[] = {
-    {.null = true, .count = 0, .w = 0},
-    {.count = 0, .w = 0},
-    {.w = 0, .l2 = 4, .stride = 1},
-    {.l2 = 4, .stride = 1},
-    {.l3 = 2, .offset = 1},
-    {.l2 = 2, .l3 = 2},
-    {.stride = 1, .offset = 1},
-    {.offset = 1},
-    {.stride = 2},
-    {},
-};
-
-// The general order N C Z R T O: what a member with or without count,
-// strides and offsets returns. Gaxpy's R covers both lengths.
-orlStatus expected(const Spoil& s, bool array, bool gaxpy, bool hasT, bool hasO)
+// mva 32f on rows past the sizes 3 to 6: on 16-byte aligned data a lane sum
+// from K = 8, else a chain below K = 11 and a peel up to x's next boundary.
+TEST(MulVecDot, AlignedUnalignedAndPeel)
 {
-    std::string failing;
-    if (s.null) failing += 'N';
-    if (array && s.count < 1) failing += 'C';
-    if (s.w < 1 || s.l2 < 1 || s.l3 < 1) failing += 'Z';
-    if (s.w != s.l2 || (gaxpy && s.l3 != 3)) failing += 'R';
-    if (hasT && s.stride) failing += 'T';
-    if (hasO && s.offset) failing += 'O';
-    return ref::expectedStatus(array ? "NCZRTO" : "NZRTO", failing);
-}
-
-template <class E>
-struct Buffers {
-    std::vector<E> a = std::vector<E>(32, E(1)), x = std::vector<E>(32, E(1)), d = std::vector<E>(32, E(-5));
-    std::vector<const E*> ta, tx;
-    std::vector<E*> td;
-    Buffers()
-    {
-        for (int k = 0; k < 9; ++k) ta.push_back(&a[k]), tx.push_back(&x[k]), td.push_back(&d[k]);
-    }
-    bool untouched() const
-    {
-        return std::all_of(d.begin(), d.end(), [](E v) { return v == E(-5); });
-    }
-};
-
-template <class E>
-int strideOf(const Spoil& s, int good)
-{
-    return s.stride == 0 ? good : s.stride == 1 ? good + int(sizeof(E)) / 2 : 0;
-}
-template <class E>
-int offsetOf(const Spoil& s)
-{
-    return s.offset ? -int(sizeof(E)) : 0;
-}
-
-template <class E, class Call>
-void checkMember(const char* name, bool array, bool gaxpy, bool hasT, bool hasO, Call call)
-{
-    for (const Spoil& s : kSpoils) {
-        Buffers<E> buf;
-        const orlStatus want = expected(s, array, gaxpy, hasT, hasO);
-        EXPECT_EQ(call(buf, s), want) << name << " null " << s.null << " count " << s.count << " w " << s.w << " l2 " << s.l2
-                                      << " l3 " << s.l3 << " stride " << s.stride << " offset " << s.offset;
-        if (want != orlStatusOk) EXPECT_TRUE(buf.untouched()) << name;
+    const int M = 3, count = 4;
+    for (auto [Kk, shift] : std::initializer_list<std::pair<int, int>>{{10, 0}, {10, 1}, {13, 0}, {13, 1}, {13, 2}, {13, 3}, {19, 3}, {7, 0}}) {
+        const int s = 16 * ((Kk + 3) / 4 + 1);  // between rows and items, in elements: 16-byte steps
+        alignas(64) static float mem[1200];
+        float *a = mem + shift, *x = a + M * s, *y = x + count * s;
+        std::mt19937 rng(Kk * 10 + shift);
+        for (int k = 0; k < M * s + count * s; ++k) a[k] = std::uniform_real_distribution<float>(-1, 1)(rng);
+        ASSERT_EQ(orlmMul_mva_32f(a, 4 * s, 4, Kk, M, x, 4 * s, 4, Kk, y, 4 * s, 4, count), orlStatusOk);
+        int differ = 0;
+        for (int n = 0; n < count; ++n)
+            for (int i = 0; i < M; ++i) {
+                std::vector<float> p(Kk);
+                for (int k = 0; k < Kk; ++k) p[k] = a[i * s + k] * x[n * s + k];
+                const float want = ref::laneSum(p.data(), Kk, std::uintptr_t(x + n * s), 11, shift == 0);
+                EXPECT_TRUE(t::sameBits(y[n * s + i], want)) << "K " << Kk << " shift " << shift << " item " << n << " row " << i;
+                differ += !t::sameBits(want, ref::chainFromZero(Kk, p.data()));
+            }
+        if (shift == 0 ? Kk < 8 : Kk < 11) EXPECT_EQ(differ, 0) << Kk << " " << shift;
+        else EXPECT_GT(differ, 0) << "data does not tell the dot order from a chain: K " << Kk << " shift " << shift;
     }
 }
 
+// Every member on rectangular sizes, its general path: from +0.0 (blocked or
+// running), through the destination in _P and Gaxpy _L, the dot path in mva 32f.
+template <class E, K ka, bool xa, L lay, Add add, class Fn>
+void rectangular(Fn fn, bool dot)
+{
+    for (auto [M, Kk] : std::initializer_list<std::pair<int, int>>{{2, 5}, {5, 2}, {3, 4}, {1, 1}, {9, 3}, {8, 13}, {11, 12}})
+        for (Strides st : {Strides::Unit, Strides::Wide}) {
+            if (lay == L::P && st == Strides::Wide) continue;
+            MV<E, ka, xa, lay, add> p(M, Kk, 3, st);
+            ASSERT_EQ(p.call(fn), orlStatusOk);
+            Kd kd = lay == L::P || (add != Add::None && lay == L::L) ? Kd::D : dot && st == Strides::Unit ? Kd::Dot : Kd::B;
+            p.check(kd, "rectangular M " + std::to_string(M) + " K " + std::to_string(Kk) + (st == Strides::Wide ? " wide" : ""));
+            if (Kk >= 11) EXPECT_TRUE(p.tellsApart(kd, kd == Kd::D ? Kd::B : Kd::D));
+            if (::testing::Test::HasFailure()) return;
+        }
+}
+
+TEST(MulVecShapes, RectangularEveryMember)
+{
+#define RECT(s, a, xa, lays, add, fn32, fn64)                                                                               \
+    rectangular<float, K::a, xa, L::lays, Add::add>(fn32, Add::add == Add::None && std::string_view(#s) == "mva" && L::lays == L::Std); \
+    rectangular<double, K::a, xa, L::lays, Add::add>(fn64, false);
+#define SINGLE(s, a, xa) RECT(s, a, xa, Std, None, orlmMul_##s##_32f, orlmMul_##s##_64f) RECT(s, a, xa, P, None, orlmMul_##s##_32f_P, orlmMul_##s##_64f_P)
+#define ARRAY(s, a, xa) SINGLE(s, a, xa) RECT(s, a, xa, L, None, orlmMul_##s##_32f_L, orlmMul_##s##_64f_L)
+#define GAXPY(s, a, xa, lays, add, sfx) RECT(s, a, xa, lays, add, orlmGaxpy_##s##_32f##sfx, orlmGaxpy_##s##_64f##sfx)
+    SINGLE(mv, m, false) SINGLE(tv, t, false)
+    ARRAY(mva, m, true) ARRAY(tva, t, true) ARRAY(mav, ma, false) ARRAY(tav, ta, false) ARRAY(mava, ma, true) ARRAY(tava, ta, true)
+    GAXPY(mv, m, false, Std, One, ) GAXPY(mv, m, false, P, One, _P)
+    GAXPY(mva, m, true, Std, Each, ) GAXPY(mva, m, true, P, Each, _P) GAXPY(mva, m, true, L, Each, _L)
+    GAXPY(mvav, m, true, Std, One, ) GAXPY(mvav, m, true, P, One, _P) GAXPY(mvav, m, true, L, One, _L)
+}
+
+// One member per check order: 3 x 3 matrices (a t letter's K is the height),
+// R spoils src2Length, or Gaxpy_mv's src3Length; nothing written on failure.
 TEST(MulVecChecks, OrderMismatchAndNothingWritten)
 {
-    // The matrix is 3 rows of width w; l2 must equal w (m letters) or the height (t).
-    checkMember<float>("mva_32f", true, false, true, false, [](Buffers<float>& b, const Spoil& s) {
-        return orlmMul_mva_32f(b.a.data(), 12, strideOf<float>(s, 4), s.w, 3, b.x.data(), 12, 4, s.l2, s.null ? nullptr : b.d.data(),
-                               12, 4, s.count);
-    });
-    checkMember<double>("tav_64f_P", true, false, true, true, [](Buffers<double>& b, const Spoil& s) {
-        // tav: K is the height, so the spoiled width stands as the height.
-        return orlmMul_tav_64f_P(b.ta.data(), offsetOf<double>(s), strideOf<double>(s, 8), 3, s.w, b.tx.data(), 0, s.l2,
-                                 s.null ? nullptr : b.td.data(), 0, 8, s.count);
-    });
-    checkMember<float>("mava_32f_L", true, false, true, true, [](Buffers<float>& b, const Spoil& s) {
-        const float* la[2] = {b.a.data(), b.a.data() + 9};
-        const float* lx[2] = {b.x.data(), b.x.data() + 3};
-        float* ld[2] = {b.d.data(), b.d.data() + 3};
-        return orlmMul_mava_32f_L(la, 0, 12, 4, s.w, 3, lx, offsetOf<float>(s), strideOf<float>(s, 4), s.l2,
-                                  s.null ? nullptr : ld, 0, 4, s.count);
-    });
-    checkMember<double>("mv_64f", false, false, true, false, [](Buffers<double>& b, const Spoil& s) {
-        return orlmMul_mv_64f(b.a.data(), 24, 8, s.w, 3, b.x.data(), strideOf<double>(s, 8), s.l2, s.null ? nullptr : b.d.data(), 8);
-    });
-    checkMember<float>("tv_32f_P", false, false, false, true, [](Buffers<float>& b, const Spoil& s) {
-        return orlmMul_tv_32f_P(b.ta.data(), 0, 3, s.w, b.tx.data(), offsetOf<float>(s), s.l2, s.null ? nullptr : b.td.data(), 0);
-    });
-    // Gaxpy: l3 must equal the height 3.
-    checkMember<float>("Gaxpy_mv_32f", false, true, true, false, [](Buffers<float>& b, const Spoil& s) {
-        return orlmGaxpy_mv_32f(b.a.data(), 12, 4, s.w, 3, b.x.data(), 4, s.l2, b.x.data(), strideOf<float>(s, 4), s.l3,
-                                s.null ? nullptr : b.d.data(), 4);
-    });
-    checkMember<double>("Gaxpy_mvav_64f_L", true, true, true, true, [](Buffers<double>& b, const Spoil& s) {
-        const double* lx[2] = {b.x.data(), b.x.data() + 3};
-        double* ld[2] = {b.d.data(), b.d.data() + 3};
-        return orlmGaxpy_mvav_64f_L(b.a.data(), 24, 8, s.w, 3, lx, 0, 8, s.l2, b.x.data(), strideOf<double>(s, 8), s.l3,
-                                    s.null ? nullptr : ld, offsetOf<double>(s), 8, s.count);
-    });
-    checkMember<float>("Gaxpy_mva_32f_P", true, true, true, true, [](Buffers<float>& b, const Spoil& s) {
-        return orlmGaxpy_mva_32f_P(b.ta.data(), 0, s.w, 3, b.tx.data(), 0, 12, s.l2, b.tx.data(), offsetOf<float>(s),
-                                   strideOf<float>(s, 12), s.l3, s.null ? nullptr : b.td.data(), 0, 12, s.count);
-    });
+    t::checkRows({
+        {"mva_32f", "NCZRT", [](auto& s) { return orlmMul_mva_32f(s.f, 12, s.t(4), s.z(3), 3, s.f, 12, 4, s.r(3), s.n(s.fo), 12, 4, s.c()); }},
+        {"tav_64f_P", "NCZRTO", [](auto& s) { return orlmMul_tav_64f_P(s.tg, s.o(8), s.t(72), 3, s.z(3), s.tg, 0, s.r(3), s.n(s.tgo), 0, 24, s.c()); }},
+        {"mv_64f", "NZRT", [](auto& s) { return orlmMul_mv_64f(s.g, 24, 8, s.z(3), 3, s.g, s.t(8), s.r(3), s.n(s.go), 8); }},
+        {"tv_32f_P", "NZRO", [](auto& s) { return orlmMul_tv_32f_P(s.tf, 0, 3, s.z(3), s.tf, s.o(4), s.r(3), s.n(s.to), 0); }},
+        {"Gaxpy_mv_32f", "NZRT", [](auto& s) { return orlmGaxpy_mv_32f(s.f, 12, 4, s.z(3), 3, s.f, 4, 3, s.f, s.t(4), s.r(3), s.n(s.fo), 4); }},
+        {"Gaxpy_mvav_64f_L", "NCZRTO", [](auto& s) {
+             return orlmGaxpy_mvav_64f_L(s.g, 24, 8, s.z(3), 3, s.tg, 0, 8, s.r(3), s.g, s.t(8), 3, s.n(s.tgo), s.o(8), 8, s.c()); }},
+    }, ref::expectedStatus);
 }
 
 // ---- route -------------------------------------------------------------------------
 
-// Cost of each array shape from the stored width w, height h and the lengths.
-long long costOf(std::string_view s, long long w, long long h, long long l2, long long l3, long long n)
+// The largest count whose cost stays at the limit is serial, one more is
+// parallel; M = 3 and K = 2 unless given, so that Mul's stored width and
+// height are 2 and 3 (m letters) or 3 and 2 (t letters).
+template <class E, K ka, bool xa, L lay, Add add = Add::None, class Fn, class Cost>
+void limitEdge(Fn fn, Strides st, long long limit, Cost cost, int M = 3, int Kk = 2)
 {
-    if (s == "mva" || s == "tva") return w * h + (w + h) * n;
-    if (s == "mav") return h * (w + 1) * n + w;
-    if (s == "tav") return w * (h + 1) * n + h;
-    if (s == "mava" || s == "tava") return (w * h + w + h) * n;
-    if (s == "Gaxpy_mva") return (l2 + 2 * l3) * n;
-    return l2 * n + l3 + l3 * n;  // Gaxpy_mvav
-}
-
-template <class E, K ka, bool xa, L lay, Add add, class Fn>
-bool parallel(Fn fn, int M, int Kk, int n, Strides st)
-{
-    MV<E, ka, xa, lay, add> p(M, Kk, n, st);
-    probe::reset();
-    EXPECT_EQ(p.call(fn), orlStatusOk);
-    return probe::regions().count > 0;
-}
-
-// The largest count whose cost stays at the limit is serial, one more is parallel.
-template <class E, K ka, bool xa, L lay, Add add = Add::None, class Fn>
-void limitEdge(Fn fn, std::string_view shape, Strides st, long long limit, int M = 3, int Kk = 2)
-{
-    MV<E, ka, xa, lay, add> sizes(M, Kk, 1, st);
-    const auto cost = [&](long long n) { return costOf(shape, sizes.A.cols, sizes.A.rows, Kk, M, n); };
     int n = 1;
     while (cost(n + 1) <= limit) ++n;
-    if (shape == "Gaxpy_mva" && M == 4 && Kk == 2) EXPECT_EQ(cost(n), limit);  // exactly the limit: serial
-    EXPECT_FALSE((parallel<E, ka, xa, lay, add>(fn, M, Kk, n, st))) << shape << " count " << n;
-    EXPECT_TRUE((parallel<E, ka, xa, lay, add>(fn, M, Kk, n + 1, st))) << shape << " count " << n + 1;
+    for (int items : {n, n + 1}) {
+        MV<E, ka, xa, lay, add> p(M, Kk, items, st);
+        EXPECT_EQ(t::parallel([&] { return p.call(fn); }), items > n) << "count " << items << " limit " << limit;
+    }
 }
 
+// Costs: mva tva w*h + (w+h)*n, mav h*(w+1)*n + w, tav w*(h+1)*n + h, mava
+// tava (w*h+w+h)*n; Gaxpy mva (l2 + 2*l3)*n, mvav l2*n + l3 + l3*n.
 TEST(MulVecRoute, CostFormulasAndLimits)
 {
-    Threads two(2);
-    limitEdge<double, K::m, true, L::Std>(orlmMul_mva_64f, "mva", Strides::Unit, 36864);
-    limitEdge<double, K::t, true, L::Std>(orlmMul_tva_64f, "tva", Strides::Unit, 36864);
-    limitEdge<double, K::ma, false, L::Std>(orlmMul_mav_64f, "mav", Strides::Unit, 36864);
-    limitEdge<double, K::ta, false, L::Std>(orlmMul_tav_64f, "tav", Strides::Unit, 36864);
-    limitEdge<double, K::ma, true, L::Std>(orlmMul_mava_64f, "mava", Strides::Unit, 36864);
-    limitEdge<double, K::ta, true, L::Std>(orlmMul_tava_64f, "tava", Strides::Wide, 18432);
-    limitEdge<double, K::ma, false, L::L>(orlmMul_mav_64f_L, "mav", Strides::Unit, 18432);
-    limitEdge<double, K::t, true, L::P>(orlmMul_tva_64f_P, "tva", Strides::Unit, 9216);
-    limitEdge<float, K::ta, false, L::Std>(orlmMul_tav_32f, "tav", Strides::Unit, 6, 1, 1);
-    limitEdge<float, K::ma, true, L::P>(orlmMul_mava_32f_P, "mava", Strides::Unit, 6, 1, 1);
-    // Gaxpy: one limit of 5000; (2 + 2*4) * 500 is exactly 5000.
-    limitEdge<float, K::m, true, L::Std, Add::Each>(orlmGaxpy_mva_32f, "Gaxpy_mva", Strides::Unit, 5000, 4, 2);
-    limitEdge<double, K::m, true, L::L, Add::Each>(orlmGaxpy_mva_64f_L, "Gaxpy_mva", Strides::Wide, 5000, 4, 2);
-    limitEdge<float, K::m, true, L::P, Add::One>(orlmGaxpy_mvav_32f_P, "Gaxpy_mvav", Strides::Unit, 5000);
-    // Single shapes have no driver; fewer items than threads stay serial.
-    EXPECT_FALSE((parallel<float, K::m, false, L::Std, Add::None>(orlmMul_mv_32f, 300, 300, 1, Strides::Unit)));
-    Threads four(4);
-    EXPECT_FALSE((parallel<float, K::ma, true, L::Std, Add::None>(orlmMul_mava_32f, 6, 6, 3, Strides::Unit)));
+    limitEdge<double, K::m, true, L::Std>(orlmMul_mva_64f, Strides::Unit, 36864, [](long long n) { return 6 + 5 * n; });
+    limitEdge<double, K::ma, false, L::Std>(orlmMul_mav_64f, Strides::Unit, 36864, [](long long n) { return 9 * n + 2; });
+    limitEdge<double, K::ta, false, L::Std>(orlmMul_tav_64f, Strides::Unit, 36864, [](long long n) { return 9 * n + 2; });
+    limitEdge<double, K::ma, true, L::Std>(orlmMul_mava_64f, Strides::Unit, 36864, [](long long n) { return 11 * n; });
+    limitEdge<double, K::ta, true, L::Std>(orlmMul_tava_64f, Strides::Wide, 18432, [](long long n) { return 11 * n; });
+    limitEdge<double, K::ma, false, L::L>(orlmMul_mav_64f_L, Strides::Unit, 18432, [](long long n) { return 9 * n + 2; });
+    limitEdge<double, K::t, true, L::P>(orlmMul_tva_64f_P, Strides::Unit, 9216, [](long long n) { return 6 + 5 * n; });
+    limitEdge<float, K::ta, false, L::Std>(orlmMul_tav_32f, Strides::Unit, 6, [](long long n) { return 2 * n + 1; }, 1, 1);
+    // Gaxpy: one limit of 5000; M = 4 makes a cost of exactly 5000 (serial) at 500 items.
+    limitEdge<float, K::m, true, L::Std, Add::Each>(orlmGaxpy_mva_32f, Strides::Unit, 5000, [](long long n) { return 10 * n; }, 4, 2);
+    limitEdge<float, K::m, true, L::P, Add::One>(orlmGaxpy_mvav_32f_P, Strides::Unit, 5000, [](long long n) { return 5 * n + 3; });
+    // Single shapes have no driver.
+    MV<float, K::m, false, L::Std> single(300, 300, 1, Strides::Unit);
+    EXPECT_FALSE(t::parallel([&] { return single.call(orlmMul_mv_32f); }));
 }
 
 // A cost that wraps to a negative 32-bit number takes the serial route: mva
-// 32f with one row of 65536 and 32768 items costs 65536 + 65537 * 32768,
-// past 2^31. The vectors overlap one element apart, so that the call needs
-// little memory, and each row is the dot path's vector loop, so that it is
-// quick.
+// 32f with one row of 65536 and 32768 items costs 65536 + 65537 * 32768, past
+// 2^31; the vectors overlap. 2^31 products take minutes under the i386
+// emulator, and the cost is the same 32-bit arithmetic there.
 TEST(MulVecRoute, WrappedCostIsSerial)
 {
-    // 2^31 products take minutes under the i386 emulator; the cost is the
-    // same 32-bit arithmetic on both ABIs.
     if (sizeof(void*) == 4) GTEST_SKIP() << "too slow under emulation";
-    Threads two(2);
     const int w = 65536, n = 32768;
     std::vector<float> a(w, 0.5f), x(w + n, 0.25f), y(n, 0.0f);
-    probe::reset();
-    ASSERT_EQ(orlmMul_mva_32f(a.data(), 4 * w, 4, w, 1, x.data(), 4, 4, w, y.data(), 4, 4, n), orlStatusOk);
-    EXPECT_EQ(probe::regions().count, 0);
+    EXPECT_FALSE(t::parallel([&] { return orlmMul_mva_32f(a.data(), 4 * w, 4, w, 1, x.data(), 4, 4, w, y.data(), 4, 4, n); }));
     EXPECT_EQ(y[0], 0.125f * w);
     EXPECT_EQ(y[n - 1], 0.125f * w);
 }
@@ -563,20 +324,14 @@ TEST(MulVecRoute, WrappedCostIsSerial)
 // The split over threads changes nothing in the values.
 TEST(MulVecRoute, SameBitsForOneToFourThreads)
 {
-    const auto run = [](auto make, auto fn) {
-        std::vector<std::vector<unsigned char>> outs;
-        for (int T = 1; T <= 4; ++T) {
-            Threads th(T);
-            auto p = make();
-            EXPECT_EQ(p.call(fn), orlStatusOk);
-            outs.push_back(p.Y.mem);
-        }
-        for (int T = 1; T < 4; ++T) EXPECT_EQ(outs[T], outs[0]) << "threads " << T + 1;
-    };
-    run([] { return MV<float, K::ma, true, L::Std>(4, 4, 37, Strides::Unit); }, orlmMul_mava_32f);
-    run([] { return MV<float, K::m, true, L::L>(5, 7, 23, Strides::Wide); }, orlmMul_mva_32f_L);
-    run([] { return MV<double, K::m, true, L::P, Add::Each>(6, 6, 2000, Strides::Unit); }, orlmGaxpy_mva_64f_P);
-    run([] { return MV<double, K::m, true, L::Std>(6, 6, 5000, Strides::Unit); }, orlmMul_mva_64f);
+    std::vector<std::vector<unsigned char>> outs;
+    for (int T = 1; T <= 4; ++T) {
+        t::Threads th(T);
+        MV<double, K::m, true, L::P, Add::Each> p(6, 6, 2000, Strides::Unit);
+        EXPECT_EQ(p.call(orlmGaxpy_mva_64f_P), orlStatusOk);
+        outs.push_back(p.Y.mem);
+        EXPECT_EQ(outs[T - 1], outs[0]) << "threads " << T;
+    }
 }
 
 }  // namespace

@@ -10,11 +10,13 @@
 #include <numeric>
 #include <random>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "omp_probe.h"
 #include "orlcore.h"
 #include "orlm.h"
 
@@ -358,6 +360,64 @@ struct Threads {
     explicit Threads(int n) { threads_omp_of_n_orl = n; }
     ~Threads() { threads_omp_of_n_orl = saved; }
 };
+
+// Does the call open a parallel region with two threads?
+template <class F>
+bool parallel(F call)
+{
+    Threads two(2);
+    probe::reset();
+    EXPECT_EQ(call(), orlStatusOk);
+    return probe::regions().count > 0;
+}
+
+// The classes a check test makes fail in one call: N a null pointer, C a
+// count of 0, Z a size of 0, R a size one too many for its relation, T a
+// stride that is no multiple of the element size, O an offset of minus one
+// element (`e` its size).
+struct Spoil {
+    std::string bad;
+    bool has(char c) const { return bad.find(c) != std::string::npos; }
+    template <class P> P n(P p) const { return has('N') ? nullptr : p; }
+    int c(int v = 2) const { return has('C') ? 0 : v; }
+    int z(int v) const { return has('Z') ? 0 : v; }
+    int r(int v) const { return has('R') ? v + 1 : v; }
+    int t(int v) const { return has('T') ? v + 2 : v; }
+    int o(int e) const { return has('O') ? -e : 0; }
+};
+
+// Calls `check` with nothing spoiled, then with every pair of the classes of
+// a member's check order spoiled together.
+template <class F>
+void eachSpoil(std::string_view order, F check)
+{
+    check(Spoil{});
+    for (char a : order)
+        for (char b : order) check(Spoil{std::string{a, b}});
+}
+
+// One row of a check test: a member, its check order, and its call on the
+// buffers with the spoiled arguments.
+struct Spoiled : Spoil, CheckBuffers {};
+struct CheckRow {
+    const char *name, *order;
+    std::function<orlStatus(Spoiled&)> call;
+};
+
+// Every row under eachSpoil: the status `expected(order, spoiled)` and, on
+// failure, nothing written.
+template <class Expected>
+void checkRows(std::initializer_list<CheckRow> rows, Expected expected)
+{
+    for (const CheckRow& r : rows)
+        eachSpoil(r.order, [&](const Spoil& s) {
+            Spoiled c;
+            c.bad = s.bad;
+            const orlStatus want = expected(r.order, s.bad);
+            EXPECT_EQ(r.call(c), want) << r.name << " spoiled " << s.bad;
+            if (want != orlStatusOk) EXPECT_TRUE(c.untouched()) << r.name << " spoiled " << s.bad;
+        });
+}
 
 // Calls a member with the argument groups of its operands and plain arguments.
 template <class Fn, class... Groups, class... Plain>

@@ -80,74 +80,19 @@ inline constexpr double kWitnessA = 1.0, kWitnessB = 0x1p-53 + 0x1p-65;
 
 // ---- matrix-vector sums: trees, through the destination, the dot path ----
 
-// Products p[0 .. n-1], already rounded, added in the order of the packed
-// matrix-vector paths: across a row (32f m letters), down a column (32f t
-// letters), by pairs (64f). Sizes 3 to 6.
+// The orders of the packed matrix-vector paths at sizes 3 to 6, for
+// sumInOrder: across a row (32f m letters), down a column (32f t letters),
+// by pairs (64f). Through the destination and the other scalar kinds are
+// ref::dot's kinds; the 32f dot path of long rows is laneSum.
 enum class Tree { Row, Column, Pair };
 
-template <class E>
-E treeSum(Tree t, const E* p, int n)
+inline const char* treeOrder(Tree t, int n)
 {
-    switch (n) {
-    case 3: return (p[0] + p[1]) + p[2];
-    case 4: return t == Tree::Row ? (p[0] + p[2]) + (p[1] + p[3]) : (p[0] + p[1]) + (p[2] + p[3]);
-    case 5: return t == Tree::Pair ? ((p[0] + p[1]) + (p[2] + p[3])) + p[4] : ((p[0] + p[1]) + p[4]) + (p[2] + p[3]);
-    case 6: return t == Tree::Row ? ((p[0] + p[2]) + p[4]) + ((p[1] + p[3]) + p[5])
-                                  : ((p[0] + p[1]) + (p[2] + p[3])) + (p[4] + p[5]);
-    }
-    return E(0);
-}
-
-// Through the destination: d = +0.0, then for each k d = round(a*b + d)
-// formed in the extended format.
-template <class E, class A, class B>
-E dotThroughDst(int K, A a, B b)
-{
-    E d = E(0);
-    for (int k = 0; k < K; ++k) d = E(Ext(a(k)) * Ext(b(k)) + Ext(d));
-    return d;
-}
-
-// Element precision from +0.0 (blocked and running scalar kinds).
-template <class E, class A, class B>
-E dotFromZero(int K, A a, B b)
-{
-    return sumElemFromZero<E>(K, [&](int k) { return E(a(k) * b(k)); });
-}
-
-// The dot path of the 32f matrix-vector kernel: x's address decides. Aligned
-// (all bases and strides multiples of 16): K < 8 a chain from +0.0; else two
-// 4-lane sums over blocks of 8 from 0, lane sums t = acc0 + acc1,
-// (t0+t2)+(t1+t3), then the rest one at a time. Unaligned: K < 11 (or x not
-// on an element boundary) a chain from +0.0; else the elements up to x's next
-// 16-byte boundary summed from +0.0 into lane 0 of the first sum, then as
-// above.
-inline float dotPath32f(int K, const float* r, const float* x, bool aligned)
-{
-    auto chain = [&](int from, int to) {
-        float s = 0.0f;
-        for (int k = from; k < to; ++k) s = s + r[k] * x[k];
-        return s;
-    };
-    const unsigned long ax = reinterpret_cast<unsigned long>(x);
-    if (aligned ? K < 8 : (K < 11 || ax % 4 != 0)) return chain(0, K);
-    float acc[2][4] = {};
-    int start = 0;
-    if (!aligned && ax % 16 != 0) {
-        start = int(16 - ax % 16) / 4;
-        acc[0][0] = chain(0, start);
-    }
-    const int end = start + ((K - start) / 8) * 8;
-    for (int k = start; k < end; k += 8)
-        for (int l = 0; l < 4; ++l) {
-            acc[0][l] = acc[0][l] + r[k + l] * x[k + l];
-            acc[1][l] = acc[1][l] + r[k + 4 + l] * x[k + 4 + l];
-        }
-    float t[4];
-    for (int l = 0; l < 4; ++l) t[l] = acc[0][l] + acc[1][l];
-    float s = (t[0] + t[2]) + (t[1] + t[3]);
-    for (int k = end; k < K; ++k) s = s + r[k] * x[k];
-    return s;
+    static const char* const orders[3][4] = {
+        {"(p0+p1)+p2", "(p0+p2)+(p1+p3)", "((p0+p1)+p4)+(p2+p3)", "((p0+p2)+p4)+((p1+p3)+p5)"},
+        {"(p0+p1)+p2", "(p0+p1)+(p2+p3)", "((p0+p1)+p4)+(p2+p3)", "((p0+p1)+(p2+p3))+(p4+p5)"},
+        {"(p0+p1)+p2", "(p0+p1)+(p2+p3)", "((p0+p1)+(p2+p3))+p4", "((p0+p1)+(p2+p3))+(p4+p5)"}};
+    return orders[int(t)][n - 3];
 }
 
 // ---- element-wise sums and scaled sums -------------------------------------

@@ -160,6 +160,30 @@ FAULTS += [
      "const int k = q == Query::EigenValuesGetBufSize ? 1 : 2;", "vectors buffer-size query too small"),
 ]
 
+# matrix-vector products, scaling, dot and cross products, norms and trace, the affine transform
+MV, SC, DC, NR, AF = ("src/products/mulvec.cpp", "src/products/scale.cpp", "src/products/dotcross.cpp",
+                      "src/products/norms.cpp", "src/products/affine.cpp")
+FAULTS += [
+    (MV, '{Mul, F32, Var::Unit, "tav tava",           {Col,   Col,   Col,   Col}',
+     '{Mul, F32, Var::Unit, "tav tava",           {Col,   Row,   Col,   Col}', "kernel table: tav 32f size 4 given the row tree"),
+    (MV, "c.R = w == l2 && h == l3;", "c.R = w == l2;", "Gaxpy: addend length match removed"),
+    (MV, "kGaxpyLimits = both(5000, 5000, 5000, 5000, 5000, Test::GT)",
+     "kGaxpyLimits = both(5000, 5000, 5000, 5000, 5000, Test::GE)", "Gaxpy limit test > made >="),
+    (SC, "constexpr bool runs = unitStep(V) && !S::trans;", "constexpr bool runs = unitStep(V);",
+     "transposed sources scaled as contiguous rows"),
+    (SC, "return l * n + l + n; }", "return l * n + l; }", "vca cost formula off by the count"),
+    (DC, '"(p0+p1)+(p2+p3)"', '"(p0+p2)+(p1+p3)"', "dot form table: vav 32f length 4 in the wrong order"),
+    (DC, '{"vav", Lay::L, "NTOC"}', '{"vav", Lay::L, "NTCO"}', "cross vav _L order string: O and C swapped"),
+    (DC, "if constexpr (unit) {\n            const E a0", "if constexpr (true) {\n            const E a0",
+     "cross product: strided kernels in element precision (wrong numeric kind)"),
+    (NR, "case Guard::AtLeast: if (!(s >= kEps<E>))", "case Guard::AtLeast: if (!(s > kEps<E>))",
+     "Frobenius guard at least eps made above eps"),
+    (NR, '"((q0+q2)+q4)+((q1+q3)+q5)"}, Root::Refined', '"((q0+q1)+(q2+q3))+(q4+q5)"}, Root::Refined',
+     "L2 table: va 32f length 6 in the order of v"),
+    (NR, "kMatLimits{{20000, 20000, 40000,", "kMatLimits{{20000, 20000, 20000,", "32f _L unit matrix limit row off"),
+    (AF, "if (std::fabs(w) > kTiny)", "if (std::fabs(w) >= kTiny)", "affine unit kernel: w test > made >="),
+]
+
 
 def sh(cmd, cwd=None, timeout=None, log=None):
     try:
