@@ -185,12 +185,26 @@ inline bool readsBeforeWrites(const Span (&src)[G], const Span (&dst)[G])
 
 // Elements (i, j) of N-by-N items: items[g](i, j) into lane g of a[i][j].
 // Unit-step rows are loaded whole (or the first N elements of them) and
-// turned; other accessors are read element by element.
+// turned; other accessors are read element by element. `dense`: the items
+// lie one after another with no gap, so that every row but the last one of
+// the last item may be read as four elements (the fourth is not used).
 template <class E, int N, class It>
-inline void loadItems(const It (&items)[Pack<E>::items], Pack<E> (&a)[N][N])
+[[gnu::always_inline]] inline void loadItems(const It (&items)[Pack<E>::items], Pack<E> (&a)[N][N], bool dense = false)
 {
     using L = Lanes<E>;
     constexpr bool rows = std::is_same_v<It, MatItem<const E, false, true>> || std::is_same_v<It, MatItem<E, false, true>>;
+    if constexpr (rows && sizeof(E) == 4 && N == 3) {
+        if (dense) {
+            #pragma GCC unroll 4
+            for (int i = 0; i < N; ++i) {
+                __m128 c0 = L::load(items[0].row(i)), c1 = L::load(items[1].row(i)), c2 = L::load(items[2].row(i));
+                __m128 c3 = i < N - 1 ? L::load(items[3].row(i)) : L::template load<N>(items[3].row(i));
+                _MM_TRANSPOSE4_PS(c0, c1, c2, c3);
+                a[i][0] = c0, a[i][1] = c1, a[i][2] = c2;
+            }
+            return;
+        }
+    }
     if constexpr (rows && sizeof(E) == 4 && N <= 4) {
         #pragma GCC unroll 4
         for (int i = 0; i < N; ++i) {
@@ -225,7 +239,7 @@ inline void loadItems(const It (&items)[Pack<E>::items], Pack<E> (&a)[N][N])
 // The inverse of loadItems: lane g of a[i][j] into items[g](i, j), item after
 // item, each in rows from the top and columns from the left.
 template <class E, int N, class It>
-inline void storeItems(const Pack<E> (&a)[N][N], const It (&items)[Pack<E>::items])
+[[gnu::always_inline]] inline void storeItems(const Pack<E> (&a)[N][N], const It (&items)[Pack<E>::items])
 {
     using L = Lanes<E>;
     constexpr int G = Pack<E>::items;

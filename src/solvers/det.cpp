@@ -165,7 +165,7 @@ constexpr bool kPacked = array && N <= 4 && unitStep(V) && ruleOf<array, V>().ex
 // with nothing written, when a result would land where a later item of the
 // group is still to be read (`apart`: no result meets a source item).
 template <class E, int N, bool unit, class S>
-bool packedGroup(const S& s, PerItem<E> dst, int k, bool apart)
+bool packedGroup(const S& s, PerItem<E> dst, int k, bool apart, bool dense)
 {
     constexpr int G = Pack<E>::items;
     decltype(matItem<unit>(s, 0, N)) si[G];
@@ -177,7 +177,7 @@ bool packedGroup(const S& s, PerItem<E> dst, int k, bool apart)
     }
     if (!apart && !readsBeforeWrites(ss, ds)) return false;
     Pack<E> a[N][N];
-    loadItems<E, N>(si, a);
+    loadItems<E, N>(si, a, dense);
     E out[G];
     lastRowElem<Pack<E>, N>(a).lanesTo(out);
 #pragma GCC unroll 4
@@ -194,13 +194,14 @@ orlStatus run(int count, E* buffer, PerItem<E> dst, const S& s, int n)
     constexpr bool unit = unitStep(V);
     int k = 0;
     if constexpr (N > 0 && kPacked<E, N, V, array>) {
-        bool apart = false;
+        bool apart = false, dense = false;
         if constexpr (V == Var::Unit) {
+            dense = s.s1 == N * std::ptrdiff_t(sizeof(E)) && s.s0 == N * s.s1;
             const Span src = hullOf(spanOf<N>(matItem<unit>(s, 0, N)), spanOf<N>(matItem<unit>(s, count - 1, N)));
             apart = !src.meets(hullOf(spanOf(dst.item(0), sizeof(E)), spanOf(dst.item(count - 1), sizeof(E))));
         }
         for (; k + Pack<E>::items <= count; k += Pack<E>::items)
-            if (!packedGroup<E, N, unit>(s, dst, k, apart)) break;
+            if (!packedGroup<E, N, unit>(s, dst, k, apart, dense)) break;
     }
     for (; k < count; ++k) {
         const auto a = matItem<unit>(s, k, n);

@@ -288,7 +288,7 @@ constexpr bool kPacked = array && N <= 4 && unitStep(V);
 // item of the group reads: the caller then takes them one at a time.
 // `apart`: no source item meets a destination item anywhere in the array.
 template <class E, int N, const MethodRule& R, bool unit, class S, class D>
-bool packedGroup(const S& s, const D& d, int k, bool apart)
+bool packedGroup(const S& s, const D& d, int k, bool apart, bool dense)
 {
     constexpr int G = Pack<E>::items;
     decltype(matItem<unit>(s, 0, N)) si[G];
@@ -301,7 +301,7 @@ bool packedGroup(const S& s, const D& d, int k, bool apart)
     }
     if (!apart && !readsBeforeWrites(ss, ds)) return false;
     Pack<E> a[N][N], inv[N][N];
-    loadItems<E, N>(si, a);
+    loadItems<E, N>(si, a, dense);
     const E tol = R.tolerance<E>(N);
     if (!adjugateForm<N>(a, inv, [&](Pack<E> det, Pack<E>& q) { return reciprocalOf(R, tol, det, q); })) return false;
     storeItems<E, N>(inv, di);
@@ -363,13 +363,14 @@ orlStatus run(int count, E* buffer, const S& s, const D& d, int n)
     int k = 0;
     if constexpr (N > 0 && kPacked<E, N, V, array>) {
         constexpr int G = Pack<E>::items;
-        bool apart = false;
+        bool apart = false, dense = false;
         if constexpr (V == Var::Unit) {
+            dense = s.s1 == N * std::ptrdiff_t(sizeof(E)) && s.s0 == N * s.s1;
             const Span src = hullOf(spanOf<N>(matItem<unit>(s, 0, N)), spanOf<N>(matItem<unit>(s, count - 1, N)));
             apart = !src.meets(hullOf(spanOf<N>(matItem<unit>(d, 0, N)), spanOf<N>(matItem<unit>(d, count - 1, N))));
         }
         while (k + G <= count) {
-            if (packedGroup<E, N, methodsOf<E, V, array>()[N - 3], unit>(s, d, k, apart)) {
+            if (packedGroup<E, N, methodsOf<E, V, array>()[N - 3], unit>(s, d, k, apart, dense)) {
                 k += G;
                 continue;
             }
