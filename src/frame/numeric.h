@@ -293,6 +293,14 @@ inline float reciprocalEstimate(float d)
     return (y0 + y0) - d * (y0 * y0);
 }
 
+// The same on four values at once: the packed estimate gives each lane the
+// bits of the scalar one.
+inline __m128 reciprocalEstimate(__m128 d)
+{
+    const __m128 y0 = _mm_rcp_ps(d);
+    return _mm_sub_ps(_mm_add_ps(y0, y0), _mm_mul_ps(d, _mm_mul_ps(y0, y0)));
+}
+
 // The reciprocal square root refined by one Newton step,
 // y1 = y0 * (t * y0 * y0 - 3) * (-0.5), every operation in single precision.
 // No second step and no final correction: about 22 good bits.

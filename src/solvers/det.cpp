@@ -11,6 +11,7 @@
 
 #include "frame/dispatch.h"
 #include "frame/kernel.h"
+#include "frame/lanes.h"
 #include "frame/numeric.h"
 #include "frame/operand.h"
 #include "frame/validate.h"
@@ -103,11 +104,12 @@ template <class E, int N, class A>
     }
 }
 
-template <class E, int N>
-[[gnu::always_inline]] inline E lastRowElem(const Square<E, N>& a)
+// P is the element type or a Pack of items.
+template <class P, int N>
+[[gnu::always_inline]] inline P lastRowElem(const P (&a)[N][N])
 {
-    E m[1 << N];
-    expand::topMinors<E, N>([&a](int i, int j) { return a[i][j]; }, m);
+    P m[1 << N];
+    expand::topMinors<P, N>([&a](int i, int j) { return a[i][j]; }, m);
     return m[(1 << N) - 1];
 }
 
@@ -153,6 +155,36 @@ void eliminated(const S& s, int n, E* buffer, E* dst)
     *dst = tol >= std::fabs(x) ? E(0) : *dst * (x * sign);
 }
 
+// ---- groups of items at once -----------------------------------------------
+
+// Orders 3 and 4 of the unit-step array kernels take items a Pack at a time.
+template <class E, int N, Var V, bool array>
+constexpr bool kPacked = array && N <= 4 && unitStep(V) && ruleOf<array, V>().expansion == Expansion::LastRowElem;
+
+// Items k .. k+G-1 at once, each lane doing one item's arithmetic; false,
+// with nothing written, when a result would land where a later item of the
+// group is still to be read (`apart`: no result meets a source item).
+template <class E, int N, bool unit, class S>
+bool packedGroup(const S& s, PerItem<E> dst, int k, bool apart, bool dense)
+{
+    constexpr int G = Pack<E>::items;
+    decltype(matItem<unit>(s, 0, N)) si[G];
+    Span ss[G], ds[G];
+#pragma GCC unroll 4
+    for (int g = 0; g < G; ++g) {
+        si[g] = matItem<unit>(s, k + g, N);
+        ss[g] = spanOf<N>(si[g]), ds[g] = spanOf(dst.item(k + g), sizeof(E));
+    }
+    if (!apart && !readsBeforeWrites(ss, ds)) return false;
+    Pack<E> a[N][N];
+    loadItems<E, N>(si, a, dense);
+    E out[G];
+    lastRowElem<Pack<E>, N>(a).lanesTo(out);
+#pragma GCC unroll 4
+    for (int g = 0; g < G; ++g) *dst.item(k + g) = out[g];
+    return true;
+}
+
 // ---- kernel ----------------------------------------------------------------
 
 template <int N, Var V, bool array, class S, class E>
@@ -160,7 +192,18 @@ orlStatus run(int count, E* buffer, PerItem<E> dst, const S& s, int n)
 {
     constexpr const KernelRule& R = ruleOf<array, V>();
     constexpr bool unit = unitStep(V);
-    for (int k = 0; k < count; ++k) {
+    int k = 0;
+    if constexpr (N > 0 && kPacked<E, N, V, array>) {
+        bool apart = false, dense = false;
+        if constexpr (V == Var::Unit) {
+            dense = s.s1 == N * std::ptrdiff_t(sizeof(E)) && s.s0 == N * s.s1;
+            const Span src = hullOf(spanOf<N>(matItem<unit>(s, 0, N)), spanOf<N>(matItem<unit>(s, count - 1, N)));
+            apart = !src.meets(hullOf(spanOf(dst.item(0), sizeof(E)), spanOf(dst.item(count - 1), sizeof(E))));
+        }
+        for (; k + Pack<E>::items <= count; k += Pack<E>::items)
+            if (!packedGroup<E, N, unit>(s, dst, k, apart, dense)) break;
+    }
+    for (; k < count; ++k) {
         const auto a = matItem<unit>(s, k, n);
         E* d = dst.item(k);
         if constexpr (N == 0)

@@ -17,6 +17,7 @@
 
 #include "frame/dispatch.h"
 #include "frame/kernel.h"
+#include "frame/lanes.h"
 #include "frame/numeric.h"
 #include "frame/operand.h"
 #include "frame/validate.h"
@@ -113,36 +114,71 @@ template <class E, int N>
 using Square = E[N][N];
 
 // inv = adj(a) / det(a) by cofactor expansion in the element type; false when
-// the determinant fails the rule's test (nothing written then).
-template <class E, int N>
-[[gnu::always_inline]] inline bool adjugateBody(const Square<E, N>& a, Square<E, N>& inv, const MethodRule& rule, E tol)
+// `reciprocal(D, q)` finds the determinant singular (nothing written then)
+// and otherwise sets q to 1/D. P is the element type or a Pack of items.
+template <int N, class P, class Reciprocal>
+[[gnu::always_inline]] inline bool adjugateForm(const P (&a)[N][N], P (&inv)[N][N], const Reciprocal& reciprocal)
 {
     constexpr int full = (1 << N) - 1;
     const auto at = [&a](int i, int j) { return a[i][j]; };
-    E m[1 << N];  // minors of rows 0..k-1
-    expand::topMinors<E, N>(at, m);
-    const E D = m[full];
-    if (singular(rule.sense, D, tol)) return false;
-    E q;
-    if constexpr (sizeof(E) == 4)
-        q = rule.recip == Recip::Estimate ? reciprocalEstimate(D) : E(1) / D;
-    else
-        q = E(1) / D;
+    P m[1 << N];  // minors of rows 0..k-1
+    expand::topMinors<P, N>(at, m);
+    P q;
+    if (!reciprocal(m[full], q)) return false;
     // Cofactors of row i from the minors of the other rows: those of rows
     // 0..i-1 are shared, the levels above are rebuilt, last row first so
     // that each rebuild overwrites only what later rows no longer need.
     [&]<int... X>(std::integer_sequence<int, X...>) __attribute__((always_inline)) {
         ([&]() __attribute__((always_inline)) {
             constexpr int i = N - 1 - X;
-            expand::buildMinors<E, expand::Cols::Descending, N, expand::TopRows<i>, i + 1, N - 1>(at, m, expand::kAsIs);
+            expand::buildMinors<P, expand::Cols::Descending, N, expand::TopRows<i>, i + 1, N - 1>(at, m, expand::kAsIs);
 #pragma GCC unroll 8
             for (int j = 0; j < N; ++j) {
-                const E c = m[full & ~(1 << j)] * q;
+                const P c = m[full & ~(1 << j)] * q;
                 inv[j][i] = (i + j) & 1 ? -c : c;
             }
         }(), ...);
     }(std::make_integer_sequence<int, N>{});
     return true;
+}
+
+// The rule's test of D and its way to 1/D, on one determinant or on a Pack
+// of them (false when any item's determinant fails).
+template <class E>
+[[gnu::always_inline]] inline bool reciprocalOf(const MethodRule& rule, E tol, E D, E& q)
+{
+    if (singular(rule.sense, D, tol)) return false;
+    if constexpr (sizeof(E) == 4)
+        q = rule.recip == Recip::Estimate ? reciprocalEstimate(D) : E(1) / D;
+    else
+        q = E(1) / D;
+    return true;
+}
+
+template <class E>
+[[gnu::always_inline]] inline bool reciprocalOf(const MethodRule& rule, E tol, Pack<E> D, Pack<E>& q)
+{
+    using L = Lanes<E>;
+    const auto m = L::abs(D.v), t = L::bcast(tol);
+    typename L::V fails;
+    switch (rule.sense) {
+    case Sense::TolAbove: fails = L::lt(m, t); break;
+    case Sense::TolAtLeast: fails = L::le(m, t); break;
+    case Sense::NotAtLeast: fails = L::nge(m, t); break;
+    case Sense::NotAbove: fails = L::ngt(m, t); break;
+    }
+    if (L::any(fails)) return false;
+    if constexpr (sizeof(E) == 4)
+        q = rule.recip == Recip::Estimate ? Pack<E>(reciprocalEstimate(D.v)) : Pack<E>(E(1)) / D;
+    else
+        q = Pack<E>(E(1)) / D;
+    return true;
+}
+
+template <class E, int N>
+[[gnu::always_inline]] inline bool adjugateBody(const Square<E, N>& a, Square<E, N>& inv, const MethodRule& rule, E tol)
+{
+    return adjugateForm<N>(a, inv, [&](E D, E& q) { return reciprocalOf(rule, tol, D, q); });
 }
 
 // Inline at orders 3 and 4; at 5 and 6 one out-of-line copy an element type
@@ -241,6 +277,37 @@ orlStatus closedForm(const S& s, const D& d, const MethodRule& rule)
     return orlStatusOk;
 }
 
+// ---- groups of items at once -----------------------------------------------
+
+// Orders 3 and 4 of the plain array kernels take items a Pack at a time.
+template <class E, int N, Var V, bool array>
+constexpr bool kPacked = array && N <= 4 && unitStep(V);
+
+// Items k .. k+G-1 at once, each lane doing one item's arithmetic. False,
+// with nothing written, when an item is singular or writes where a later
+// item of the group reads: the caller then takes them one at a time.
+// `apart`: no source item meets a destination item anywhere in the array.
+template <class E, int N, const MethodRule& R, bool unit, class S, class D>
+bool packedGroup(const S& s, const D& d, int k, bool apart, bool dense)
+{
+    constexpr int G = Pack<E>::items;
+    decltype(matItem<unit>(s, 0, N)) si[G];
+    decltype(matItem<unit>(d, 0, N)) di[G];
+    Span ss[G], ds[G];
+#pragma GCC unroll 4
+    for (int g = 0; g < G; ++g) {
+        si[g] = matItem<unit>(s, k + g, N), di[g] = matItem<unit>(d, k + g, N);
+        ss[g] = spanOf<N>(si[g]), ds[g] = spanOf<N>(di[g]);
+    }
+    if (!apart && !readsBeforeWrites(ss, ds)) return false;
+    Pack<E> a[N][N], inv[N][N];
+    loadItems<E, N>(si, a, dense);
+    const E tol = R.tolerance<E>(N);
+    if (!adjugateForm<N>(a, inv, [&](Pack<E> det, Pack<E>& q) { return reciprocalOf(R, tol, det, q); })) return false;
+    storeItems<E, N>(inv, di);
+    return true;
+}
+
 // ---- orders 2 and 7 up: cofactors by elimination ---------------------------
 
 // src is read again for every cofactor while dst is written, so the two must
@@ -285,16 +352,34 @@ template <int N, Var V, bool array, class S, class D, class E>
 orlStatus run(int count, E* buffer, const S& s, const D& d, int n)
 {
     constexpr bool unit = unitStep(V);
-    for (int k = 0; k < count; ++k) {
+    const auto one = [&](int k) {
         const auto si = matItem<unit>(s, k, n);
         const auto di = matItem<unit>(d, k, n);
-        orlStatus st;
         if constexpr (N == 0)
-            st = byElimination<E>(si, di, n, buffer);
+            return byElimination<E>(si, di, n, buffer);
         else
-            st = closedForm<E, N>(si, di, methodsOf<E, V, array>()[N - 3]);
-        if (st != orlStatusOk) return st;
+            return closedForm<E, N>(si, di, methodsOf<E, V, array>()[N - 3]);
+    };
+    int k = 0;
+    if constexpr (N > 0 && kPacked<E, N, V, array>) {
+        constexpr int G = Pack<E>::items;
+        bool apart = false, dense = false;
+        if constexpr (V == Var::Unit) {
+            dense = s.s1 == N * std::ptrdiff_t(sizeof(E)) && s.s0 == N * s.s1;
+            const Span src = hullOf(spanOf<N>(matItem<unit>(s, 0, N)), spanOf<N>(matItem<unit>(s, count - 1, N)));
+            apart = !src.meets(hullOf(spanOf<N>(matItem<unit>(d, 0, N)), spanOf<N>(matItem<unit>(d, count - 1, N))));
+        }
+        while (k + G <= count) {
+            if (packedGroup<E, N, methodsOf<E, V, array>()[N - 3], unit>(s, d, k, apart, dense)) {
+                k += G;
+                continue;
+            }
+            for (const int end = k + G; k < end; ++k)
+                if (const orlStatus st = one(k)) return st;
+        }
     }
+    for (; k < count; ++k)
+        if (const orlStatus st = one(k)) return st;
     return orlStatusOk;
 }
 

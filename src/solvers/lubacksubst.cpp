@@ -42,7 +42,8 @@ constexpr LimitRow kLimits = both(1700, 1700, 1700, 1700, 1700, Test::GT);
 // ---- unrolled path ---------------------------------------------------------
 
 // One factor as the unrolled path holds it: perm, the rows in logical order
-// and the reciprocals of the diagonal.
+// and the reciprocals of the diagonal. Every loop is written out at the size
+// known to the compiler, so that the rows and the unknowns stay in registers.
 template <class E, int N>
 struct Factor {
     int p[N];
@@ -52,9 +53,13 @@ struct Factor {
     template <class A>
     void load(const A& m, const std::int32_t* perm)
     {
+        #pragma GCC unroll 8
         for (int i = 0; i < N; ++i) p[i] = perm[i];
+        #pragma GCC unroll 8
         for (int i = 0; i < N; ++i)
+            #pragma GCC unroll 8
             for (int j = 0; j < N; ++j) a[i][j] = m(p[i], j);
+        #pragma GCC unroll 8
         for (int i = 0; i < N; ++i) inv[i] = E(1) / a[i][i];
     }
 
@@ -63,13 +68,19 @@ struct Factor {
     void solve(const B& rhs, const X& dst) const
     {
         E y[N];
+        #pragma GCC unroll 8
         for (int i = 0; i < N; ++i) y[i] = rhs(p[i]);
+        #pragma GCC unroll 8
         for (int i = 1; i < N; ++i)
+            #pragma GCC unroll 8
             for (int j = 0; j < i; ++j) y[i] = y[i] - a[i][j] * y[j];
+        #pragma GCC unroll 8
         for (int i = N - 1; i >= 0; --i) {
+            #pragma GCC unroll 8
             for (int j = N - 1; j > i; --j) y[i] = y[i] - a[i][j] * y[j];
             y[i] = y[i] * inv[i];
         }
+        #pragma GCC unroll 8
         for (int i = 0; i < N; ++i) dst(i) = y[i];
     }
 };
