@@ -6,6 +6,8 @@
   orlgen.py adapters KEY OUT    write the extern "C" adapters of family KEY
   orlgen.py exports             print every exported name, sorted
   orlgen.py families            print the keys of the built families
+  orlgen.py fuzz-table KEYS OUT write the fuzz driver's member table of the
+                                families KEYS (separated by , or ;)
 """
 
 import os
@@ -89,6 +91,9 @@ def main(argv):
         write_if_changed(argv[2], adapters_text(argv[1]))
     elif argv[:1] == ["exports"]:
         print("\n".join(exports()))
+    elif len(argv) >= 3 and argv[0] == "fuzz-table":
+        from fuzzgen import table_text
+        write_if_changed(argv[2], table_text(FAMILIES, argv[1].replace(",", ";").split(";")))
     elif argv[:1] == ["families"]:
         print(";".join(dict.fromkeys(f.key for f in built())))
     else:
