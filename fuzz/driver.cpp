@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr int kBoundMs = 20000;  // per call; the iterative eigen members included
+constexpr int kBoundMs = 30000;  // per call; the iterative eigen members included
 
 const fz::Member* byName(const std::string& n)
 {
@@ -76,6 +76,8 @@ namespace {
 
 struct Tally {
     long calls = 0;
+    double slowest = 0;  // ms
+    std::string slowestMember;
     std::map<orlStatus, long> statuses;
 };
 
@@ -108,11 +110,11 @@ std::uint64_t mix(std::uint64_t z)
 
 }  // namespace
 
-// fuzz_replay [--calls N] [--seed S] [--threads T] [--expect MEMBERS] [--save DIR] [CORPUS_DIR...]
+// fuzz_replay [--calls N] [--seed S] [--threads T] [--expect MEMBERS] [--save DIR] [--member NAME] [CORPUS_DIR...]
 int main(int argc, char** argv)
 {
     long calls = 8, seed = 1, expect = -1;
-    std::string save = ".";
+    std::string save = ".", only;
     std::vector<std::string> dirs;
     for (int i = 1; i < argc; ++i) {
         const std::string a = argv[i];
@@ -121,6 +123,7 @@ int main(int argc, char** argv)
         else if (a == "--threads" && i + 1 < argc) threads_omp_of_n_orl = std::atoi(argv[++i]);
         else if (a == "--expect" && i + 1 < argc) expect = std::atol(argv[++i]);
         else if (a == "--save" && i + 1 < argc) save = argv[++i];
+        else if (a == "--member" && i + 1 < argc) only = argv[++i];
         else dirs.push_back(a);
     }
     fz::startWatchdog(kBoundMs);
@@ -131,8 +134,11 @@ int main(int argc, char** argv)
         const std::string input = m.name + std::string("\n") + std::string(reinterpret_cast<const char*>(d), n);
         fz::noteInput(file, input);
         fz::Choices c(d, n);
+        const auto t0 = std::chrono::steady_clock::now();
         const fz::Outcome o = fz::runOne(m, c);
+        const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - t0).count();
         Tally& t = fam[m.family];
+        if (ms > t.slowest) t.slowest = ms, t.slowestMember = m.name;
         ++t.calls, ++made;
         ++t.statuses[o.status];
         if (o.fault.empty()) return;
@@ -171,7 +177,7 @@ int main(int argc, char** argv)
     // The seeded corpus: every member `calls` times.
     std::uint8_t in[64];
     for (int i = 0; i < fz::kMemberCount; ++i)
-        for (long j = 0; j < calls; ++j) {
+        for (long j = 0; j < calls && (only.empty() || only == fz::kMembers[i].name); ++j) {
             std::uint64_t z = mix(std::uint64_t(seed) * 0x100000000ull + std::uint64_t(i) * 65536u + std::uint64_t(j));
             for (std::size_t b = 0; b < sizeof in; b += 8) {
                 z = mix(z);
@@ -186,7 +192,7 @@ int main(int argc, char** argv)
     for (const auto& [name, t] : fam) {
         std::printf("  %-14s %7ld calls:", name.c_str(), t.calls);
         for (const auto& [s, n] : t.statuses) std::printf(" %s %ld", statusName(s), n);
-        std::printf("\n");
+        std::printf("; slowest %.0f ms (%s)\n", t.slowest, t.slowestMember.c_str());
     }
     if (expect >= 0 && expect != fz::kMemberCount) {
         std::printf("the table has %d members, the export list %ld\n", fz::kMemberCount, expect);

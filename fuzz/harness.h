@@ -135,12 +135,12 @@ struct Outcome {
     std::string fault;  // empty when the call held every rule
 };
 
-// Values: plain numbers mostly, and the special ones now and then.
+// Values: plain numbers, and the special ones at `special` percent.
 template <class E>
-E valueOf(Choices& c)
+E valueOf(Choices& c, int special = 30)
 {
     using L = std::numeric_limits<E>;
-    switch (c.below(24)) {
+    switch (c.below(100) < special ? c.below(9) : 9) {
     case 0: return L::quiet_NaN();
     case 1: return -L::infinity();
     case 2: return L::infinity();
@@ -160,7 +160,7 @@ inline int sizeOf(Choices& c)
     const int r = c.below(100);
     if (r < 85) return 1 + c.below(8);
     if (r < 97) return 9 + c.below(16);
-    return 25 + c.below(40);
+    return 25 + c.below(16);
 }
 
 inline int countOf(Choices& c)
@@ -180,6 +180,7 @@ struct Call {
     std::vector<Ext> ext;
     std::vector<Buf> bufs;
 
+    int special = 0;  // percent of special values among the elements
     explicit Call(const Member& mem) : m(mem), f64(mem.f64), E(mem.f64 ? 8 : 4) {}
     ~Call()
     {
@@ -196,14 +197,15 @@ struct Call {
         bufs.push_back(std::move(b));
         return bufs.back();
     }
-    void put(Buf& b, std::size_t o, Choices& c, bool written)
+    void put(Buf& b, std::size_t o, Choices& c, bool written) { put(b, o, value(c), written); }
+    double value(Choices& c) { return f64 ? valueOf<double>(c, special) : double(valueOf<float>(c, special)); }
+    void put(Buf& b, std::size_t o, double v, bool written)
     {
         if (f64) {
-            const double v = valueOf<double>(c);
             std::memcpy(b.at(o), &v, 8);
         } else {
-            const float v = valueOf<float>(c);
-            std::memcpy(b.at(o), &v, 4);
+            const float f = float(v);
+            std::memcpy(b.at(o), &f, 4);
         }
         if (written) std::memset(&b.mayWrite[kGuard + o], 1, E);
     }

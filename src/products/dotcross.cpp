@@ -108,12 +108,15 @@ orlStatus dotKernel(int count, PerItem<typename A::Elem> dst, const A& a, const 
             int k = 0;
             if constexpr (unit && !form.extended && sizeof(E) == 4 && decltype(N)::value == 4) {
                 // Four items a step, one a lane: the same operations in the same order.
+                // (The casts are no-ops here: they keep the 64f instances, in
+                // which this branch is discarded, well-formed for every compiler.)
                 for (; k + 4 <= count; k += 4) {
                     __m128 p[4];
                     for (int g = 0; g < 4; ++g)
-                        p[g] = _mm_mul_ps(_mm_loadu_ps(&vecItem<unit>(a, k + g)(0)), _mm_loadu_ps(&vecItem<unit>(b, k + g)(0)));
+                        p[g] = _mm_mul_ps(_mm_loadu_ps(reinterpret_cast<const float*>(&vecItem<unit>(a, k + g)(0))),
+                                          _mm_loadu_ps(reinterpret_cast<const float*>(&vecItem<unit>(b, k + g)(0))));
                     _MM_TRANSPOSE4_PS(p[0], p[1], p[2], p[3]);
-                    _mm_storeu_ps(dst.item(k), treeSum<form.tree>(p, [](__m128 u, __m128 v) { return _mm_add_ps(u, v); }));
+                    _mm_storeu_ps(reinterpret_cast<float*>(dst.item(k)), treeSum<form.tree>(p, [](__m128 u, __m128 v) { return _mm_add_ps(u, v); }));
                 }
             }
             for (; k < count; ++k) {
