@@ -7,6 +7,8 @@
   orlgen.py exports             print every exported name, sorted
   orlgen.py families            print the keys of the built families
   orlgen.py ctypes OUT          write the ctypes signatures of the Python package
+  orlgen.py fuzz-table KEYS OUT write the fuzz driver's member table of the
+                                families KEYS (separated by , or ;)
 """
 
 import os
@@ -117,6 +119,9 @@ def main(argv):
         print("\n".join(exports()))
     elif len(argv) >= 2 and argv[0] == "ctypes":
         write_if_changed(argv[1], ctypes_text())
+    elif len(argv) >= 3 and argv[0] == "fuzz-table":
+        from fuzzgen import table_text
+        write_if_changed(argv[2], table_text(FAMILIES, argv[1].replace(",", ";").split(";")))
     elif argv[:1] == ["families"]:
         print(";".join(dict.fromkeys(f.key for f in built())))
     else:

@@ -109,13 +109,15 @@ orlStatus dotKernel(int count, PerItem<typename A::Elem> dst, const A& a, const 
             if constexpr (unit && !form.extended && sizeof(E) == 4 && decltype(N)::value == 4) {
                 // Four items a step, one a lane: the same operations in the
                 // same order. The operands are copied so that their bases and
-                // strides stay in registers across the stores to dst.
+                // strides stay in registers across the stores to dst. (The
+                // casts are no-ops here: they keep the 64f instances, in which
+                // this branch is discarded, well-formed for every compiler.)
                 const A la = a;
                 const B lb = b;
                 const auto prod = [&](int i) {
-                    return _mm_mul_ps(_mm_loadu_ps(vecItem<unit>(la, i).data()), _mm_loadu_ps(vecItem<unit>(lb, i).data()));
+                    return _mm_mul_ps(_mm_loadu_ps(reinterpret_cast<const float*>(vecItem<unit>(la, i).data())), _mm_loadu_ps(reinterpret_cast<const float*>(vecItem<unit>(lb, i).data())));
                 };
-                float* out = dst.p;
+                float* out = reinterpret_cast<float*>(dst.p);
                 for (; k + 4 <= count; k += 4) {
                     __m128 p[4] = {prod(k), prod(k + 1), prod(k + 2), prod(k + 3)};
                     _MM_TRANSPOSE4_PS(p[0], p[1], p[2], p[3]);
