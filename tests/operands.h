@@ -93,8 +93,7 @@ struct Mat {
                 for (int j = 0; j < W; ++j) (*this)(k, i, j) = f(k, i, j);
     }
 
-    // Argument group of the operand in its layout.
-    auto args()
+    auto args()  // the argument group of the operand in its layout
     {
         const int i0 = int(s0), i1 = int(s1), i2 = int(s2), io = int(off);
         if constexpr (lay == L::P) {
@@ -174,8 +173,7 @@ struct Vec {
     }
 };
 
-// An array of `items` constants: base pointer and stride0 in the standard and
-// _P members, a list of pointers with an offset in the _L members.
+// An array of `items` constants: base and stride0 (standard, _P), or a list of pointers and an offset (_L).
 template <class E, L lay>
 struct Consts {
     std::ptrdiff_t s0 = 0, off = 0;
@@ -234,6 +232,9 @@ inline void checkEveryMember(std::size_t members, std::initializer_list<std::pai
                     if (::testing::Test::HasFatalFailure()) return;
                 }
 }
+
+template <class O>
+auto* elem(O& o, int k, int i, int j) { return &o(k, i, j); }  // address of logical element (i, j) of item k
 
 // Fills the logical elements of an operand with `pattern(address, number)`,
 // numbering them in item, row and column order.
