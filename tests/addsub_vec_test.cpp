@@ -23,8 +23,7 @@ E value(bool first, Sense s, int k, int j)
 {
     if (j > 0) return E(int(((first ? 131 : 262) + k * 37 + j * 5) % 61) - 30) * E(0.25);
     if (s == Sense::From) return first ? E(-ref::kWitnessB) : E(ref::kWitnessA);
-    if (first) return E(ref::kWitnessA);
-    return s == Sense::Sub ? E(-ref::kWitnessB) : E(ref::kWitnessB);
+    return first ? E(ref::kWitnessA) : s == Sense::Sub ? E(-ref::kWitnessB) : E(ref::kWitnessB);
 }
 
 // One constant, addressed as a shared vector.
@@ -157,6 +156,7 @@ TEST(AddSubVecRoute, CostsAndLimits)
         {[&] { return orlmAdd_vav_32f(f.S, 4, 4, f.S, 4, f.D, 4, 4, 32, 312); }, false},
         {[&] { return orlmAdd_vav_32f(f.S, 4, 4, f.S, 4, f.D, 4, 4, 32, 313); }, true},
         {[&] { return orlmAdd_vav_32f_L(f.lst.data(), 0, 4, f.S, 4, f.dlst.data(), 0, 4, 32, 313); }, false},
+        {[&] { return orlmAdd_vav_32f_L(f.lst.data(), 0, 4, f.S, 4, f.dlst.data(), 0, 4, 32, 625); }, true},
         {[&] { return orlmSub_vav_64f_L(g.lst.data(), 0, 8, g.S, 8, g.dlst.data(), 0, 8, 32, 313); }, true},
         // cva counts 2n+1 whatever the length; L*n + L + n, (2L+1)*n, 3*L*n at 20000 and just above
         {[&] { return orlmSub_cva_32f(f.S, 4, 4, 1.f, f.D, 4, 4, 1000, 9999); }, false},
