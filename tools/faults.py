@@ -14,8 +14,8 @@ fault whether a test program failed (caught) or all passed (missed).
     python3 tools/faults.py --families "chol;qr" --only chol qr   # other families
 
 --families names the families to build and whose test programs to run
-(each family's tests/<family>_test.cpp, plus the frame's); by default the
-first four.
+(each family's tests/<family>_test.cpp and tests/<family>_*_test.cpp, plus
+the frame's); by default the first four.
 
 For developers, not for CI: a full run rebuilds each source file a few times.
 """
