@@ -145,6 +145,13 @@ def sh(cmd, cwd=None, timeout=None, log=None):
     return r.returncode, r.stdout
 
 
+def write_if_changed(path, data):
+    """Rewrite a file only when its bytes change, so that a reused build does not redo it."""
+    if not (os.path.exists(path) and open(path, "rb").read() == data):
+        with open(path, "wb") as f:
+            f.write(data)
+
+
 def sync(root, dst):
     """Copy the working tree into dst, rewriting only files that differ, so
     that the build there stays incremental."""
@@ -210,12 +217,10 @@ def main():
             text = subprocess.run(["git", "show", f"{args.compare}:tests/{prog}.cpp"], cwd=root, check=True,
                                   stdout=subprocess.PIPE).stdout
             name = "cmp_" + prog
-            with open(os.path.join(tree, "tests", name + ".cpp"), "wb") as f:
-                f.write(text)
+            write_if_changed(os.path.join(tree, "tests", name + ".cpp"), text)
             cml += f"\norlm_test({name} {name}.cpp)\n"
             suites[args.compare].append(name)
-        with open(os.path.join(tree, "tests", "CMakeLists.txt"), "w") as f:
-            f.write(cml)
+        write_if_changed(os.path.join(tree, "tests", "CMakeLists.txt"), cml.encode())
     targets = [p for progs in suites.values() for p in progs]
     print(f"tree copy {tree}, build {build}, log {log}", flush=True)
 
