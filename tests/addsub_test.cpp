@@ -1,11 +1,7 @@
 // Matrix add and subtract: values and the 64f rounding rule in every member,
 // layout and stride case, on both routes; the order of the argument checks;
 // the limits; what in-place use shows of the straight-line forms.
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <limits>
-#include <string>
 #include <vector>
 
 #include "omp_probe.h"
@@ -65,27 +61,10 @@ void checkValues(Fn fn, int w, int h, int count, Strides st)
             }
 }
 
-struct Member {
-    std::string name;
-    bool array;
-    std::function<void(int w, int h, int count, Strides st)> check;
-};
-
-std::vector<Member>& members()
-{
-    static std::vector<Member> list;
-    return list;
-}
-
-template <class E, K ka, K kb, L lay, bool sub, class Fn>
-void add(const char* name, Fn fn)
-{
-    members().push_back({name, t::arr(ka) || t::arr(kb),
-                         [fn](int w, int h, int n, Strides st) { checkValues<E, ka, kb, lay, sub>(fn, w, h, n, st); }});
-}
-
-#define ORL_ONE(stem, shape, ka, kb, E, ty, lay, sfx) \
-    add<E, K::ka, K::kb, L::lay, #stem[0] == 'S'>("orlm" #stem "_" #shape "_" #ty #sfx, orlm##stem##_##shape##_##ty##sfx);
+#define ORL_ONE(stem, shape, ka, kb, E, ty, lay, sfx)                                                   \
+    t::registry().push_back({"orlm" #stem "_" #shape "_" #ty #sfx, [](int w, int h, int n, Strides st) {   \
+        checkValues<E, K::ka, K::kb, L::lay, #stem[0] == 'S'>(orlm##stem##_##shape##_##ty##sfx, w, h, n, st); \
+    }, t::arr(K::ka) || t::arr(K::kb)});
 #define ORL_SINGLE(stem, shape, ka, kb)                                                                          \
     ORL_ONE(stem, shape, ka, kb, float, 32f, Std, ) ORL_ONE(stem, shape, ka, kb, float, 32f, P, _P)               \
     ORL_ONE(stem, shape, ka, kb, double, 64f, Std, ) ORL_ONE(stem, shape, ka, kb, double, 64f, P, _P)
@@ -106,24 +85,14 @@ const bool registered = [] {
 TEST(AddSubValues, EveryMemberSizeStrideAndCount)
 {
     ASSERT_TRUE(registered);
-    EXPECT_EQ(members().size(), 142u);
-    const int sizes[][2] = {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {1, 1}, {2, 3}, {4, 3}, {7, 7}};
-    for (const Member& m : members())
-        for (auto [w, h] : sizes)
-            for (Strides st : {Strides::Unit, Strides::Wide})
-                for (int count : {1, 3}) {
-                    SCOPED_TRACE(m.name + " " + std::to_string(w) + "x" + std::to_string(h) + " count " +
-                                 std::to_string(count) + (st == Strides::Wide ? " wide" : " unit"));
-                    m.check(w, h, count, st);
-                    if (HasFatalFailure()) return;
-                }
+    t::checkEveryMember(142, {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {1, 1}, {2, 3}, {4, 3}, {7, 7}});
 }
 
 // The same on the parallel route: every item of every slice, in every layout.
 TEST(AddSubValues, EveryArrayMemberOnTheDriver)
 {
     t::Threads three(3);
-    for (const Member& m : members()) {
+    for (const t::MemberCheck& m : t::registry()) {
         if (!m.array) continue;
         for (Strides st : {Strides::Unit, Strides::Wide}) {
             probe::reset();
@@ -139,13 +108,8 @@ TEST(AddSubValues, EveryArrayMemberOnTheDriver)
 TEST(AddSubChecks, ClassesInEachMembersOrder)
 {
     t::CheckBuffers b;
-    const auto tf = b.tf;
-    const auto to = b.to;
     // Add mam, Sub mam and Sub mma test strides before sizes in the standard layout.
-    struct Case {
-        const char *order, *failing;
-        std::function<orlStatus()> call;
-    };
+    struct Case { const char *order, *failing; std::function<orlStatus()> call; };
     const Case cases[] = {
         {"NCTZ", "NC", [&] { return orlmAdd_mam_32f(b.f, 64, 16, 4, b.f, 16, 4, nullptr, 64, 16, 4, 4, 4, 0); }},
         {"NCTZ", "TZ", [&] { return orlmAdd_mam_32f(b.f, 64, 6, 4, b.f, 16, 4, b.fo, 64, 16, 4, 0, 4, 1); }},
@@ -158,17 +122,17 @@ TEST(AddSubChecks, ClassesInEachMembersOrder)
         {"NCZT", "T", [&] { return orlmAdd_mama_32f(b.f, 0, 16, 4, b.f, 64, 16, 4, b.fo, 64, 16, 4, 4, 4, 1); }},
         {"NZT", "T", [&] { return orlmAdd_mm_32f(b.f, 16, 4, b.f, 16, 4, b.fo, 16, 0, 4, 4); }},
         {"NZT", "T", [&] { return orlmSub_mm_64f(b.g, -32, 8, b.g, 32, 8, b.go, 32, 8, 2, 2); }},
-        {"NZO", "ZO", [&] { return orlmAdd_mm_32f_P(tf, -4, tf, 0, to, 0, 0, 4); }},
-        {"NZO", "NZO", [&] { return orlmAdd_mm_32f_P(tf, -4, nullptr, 0, to, 0, 0, 4); }},
+        {"NZO", "ZO", [&] { return orlmAdd_mm_32f_P(b.tf, -4, b.tf, 0, b.to, 0, 0, 4); }},
+        {"NZO", "NZO", [&] { return orlmAdd_mm_32f_P(b.tf, -4, nullptr, 0, b.to, 0, 0, 4); }},
         {"NZO", "O", [&] { return orlmAdd_tt_64f_P(b.tg, 4, b.tg, 0, b.tgo, 0, 2, 2); }},
-        {"NCZTO", "ZT", [&] { return orlmSub_mam_32f_P(tf, 0, 6, tf, 0, to, 0, 64, 0, 4, 1); }},
-        {"NCZTO", "O", [&] { return orlmAdd_mam_32f_P(tf, -4, 64, tf, 0, to, 0, 64, 4, 4, 1); }},
-        {"NCZTO", "O", [&] { return orlmAdd_mam_32f_P(tf, 0, 64, tf, 2, to, 0, 64, 4, 4, 1); }},
-        {"NCZTO", "TO", [&] { return orlmAdd_mama_32f_P(tf, 2, 6, tf, 0, 64, to, 0, 64, 4, 4, 1); }},
-        {"NCZTO", "T", [&] { return orlmAdd_mam_32f_L(tf, 0, 16, 4, b.f, 16, 6, to, 0, 16, 4, 4, 4, 1); }},
-        {"NCZTO", "TO", [&] { return orlmAdd_mam_32f_L(tf, 2, 16, 4, b.f, 16, 6, to, 0, 16, 4, 4, 4, 1); }},
-        {"NCZTO", "O", [&] { return orlmSub_tata_32f_L(tf, 0, 16, 4, tf, -8, 16, 4, to, 0, 16, 4, 4, 4, 1); }},
-        {"NCZTO", "ZT", [&] { return orlmSub_mam_32f_L(tf, 0, 16, 4, b.f, 16, 6, to, 0, 16, 4, 4, -1, 1); }},
+        {"NCZTO", "ZT", [&] { return orlmSub_mam_32f_P(b.tf, 0, 6, b.tf, 0, b.to, 0, 64, 0, 4, 1); }},
+        {"NCZTO", "O", [&] { return orlmAdd_mam_32f_P(b.tf, -4, 64, b.tf, 0, b.to, 0, 64, 4, 4, 1); }},
+        {"NCZTO", "O", [&] { return orlmAdd_mam_32f_P(b.tf, 0, 64, b.tf, 2, b.to, 0, 64, 4, 4, 1); }},
+        {"NCZTO", "TO", [&] { return orlmAdd_mama_32f_P(b.tf, 2, 6, b.tf, 0, 64, b.to, 0, 64, 4, 4, 1); }},
+        {"NCZTO", "T", [&] { return orlmAdd_mam_32f_L(b.tf, 0, 16, 4, b.f, 16, 6, b.to, 0, 16, 4, 4, 4, 1); }},
+        {"NCZTO", "TO", [&] { return orlmAdd_mam_32f_L(b.tf, 2, 16, 4, b.f, 16, 6, b.to, 0, 16, 4, 4, 4, 1); }},
+        {"NCZTO", "O", [&] { return orlmSub_tata_32f_L(b.tf, 0, 16, 4, b.tf, -8, 16, 4, b.to, 0, 16, 4, 4, 4, 1); }},
+        {"NCZTO", "ZT", [&] { return orlmSub_mam_32f_L(b.tf, 0, 16, 4, b.f, 16, 6, b.to, 0, 16, 4, 4, -1, 1); }},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(c.call(), ref::expectedStatus(c.order, c.failing)) << c.order << " failing " << c.failing;
@@ -176,7 +140,7 @@ TEST(AddSubChecks, ClassesInEachMembersOrder)
     }
     // A stride of 12 passes where the element size is 4, and an offset of 0 everywhere.
     EXPECT_EQ(orlmAdd_mam_32f(b.f, 64, 12, 4, b.f, 12, 4, b.fo, 64, 12, 4, 2, 2, 1), orlStatusOk);
-    EXPECT_EQ(orlmAdd_mam_32f_P(tf, 0, 64, tf, 0, to, 0, 64, 4, 4, 1), orlStatusOk);
+    EXPECT_EQ(orlmAdd_mam_32f_P(b.tf, 0, 64, b.tf, 0, b.to, 0, 64, 4, 4, 1), orlStatusOk);
 }
 
 // ---- route -----------------------------------------------------------------

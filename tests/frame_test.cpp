@@ -1,9 +1,5 @@
-// The parallel driver and the identity of the library: the split of an array
-// over threads, the status merge, a smaller team than asked for, per-thread
-// scratch, the wrapping cost and the limit tests, the version record and the
-// core library.
-#include <gtest/gtest.h>
-
+// The parallel driver (split over threads, status merge, a smaller team, per-thread scratch), the
+// wrapping cost and limit tests, orders naming operands, the version record and the core library.
 #include <omp.h>
 
 #include <algorithm>
@@ -20,8 +16,7 @@
 
 namespace {
 
-// The runs (first item, items) that the driver hands out, in item order,
-// and the thread of each.
+// The runs (first item, items, thread) that the driver hands out, in item order.
 std::vector<std::array<int, 3>> runsOf(int T, int count)
 {
     t::Threads th(T);
@@ -31,8 +26,7 @@ std::vector<std::array<int, 3>> runsOf(int T, int count)
                   std::lock_guard<std::mutex> g(m);
                   runs.push_back({first, items, omp_get_thread_num()});
                   return orlStatusOk;
-              }),
-              orlStatusOk);
+              }), orlStatusOk);
     std::sort(runs.begin(), runs.end());
     return runs;
 }
@@ -52,15 +46,12 @@ TEST(Driver, FirstFailureWinsAndZeroChangesNothing)
     for (int failing = 0; failing < 4; ++failing)  // one failing slice, whenever it arrives
         EXPECT_EQ(orl::drive(10, 0, [&](int first, int, void*) { return first == orl::sliceOf(failing, 4, 10).first ? orlStatusSingular : orlStatusOk; }),
                   orlStatusSingular);
-    const orlStatus st = orl::drive(10, 0, [&](int first, int, void*) {
-        return first == 3 ? orlStatusSingular : first == 8 ? orlStatusNoConvergence : orlStatusOk;
-    });
+    const orlStatus st = orl::drive(10, 0, [&](int first, int, void*) { return first == 3 ? orlStatusSingular : first == 8 ? orlStatusNoConvergence : orlStatusOk; });
     EXPECT_TRUE(st == orlStatusSingular || st == orlStatusNoConvergence) << st;
 }
 
-// Inside an active parallel region with one active level allowed, the
-// driver's region gets a team of one: the absent threads' slices must still
-// be processed, on the calling thread.
+// Inside an active region with one active level allowed the driver's region gets a team of
+// one: the absent threads' slices must still be processed, on the calling thread.
 TEST(Driver, SmallerTeamStillProcessesEveryItem)
 {
     t::Threads th(4);
@@ -69,10 +60,7 @@ TEST(Driver, SmallerTeamStillProcessesEveryItem)
     std::vector<int> seen(10, 0);
     orlStatus st = -1;
 #pragma omp parallel num_threads(1)
-    st = orl::drive(10, 0, [&](int first, int items, void*) {
-        for (int k = first; k < first + items; ++k) seen[k]++;
-        return orlStatusOk;
-    });
+    st = orl::drive(10, 0, [&](int first, int items, void*) { for (int k = first; k < first + items; ++k) seen[k]++; return orlStatusOk; });
     omp_set_max_active_levels(saved);
     EXPECT_EQ(st, orlStatusOk);
     EXPECT_EQ(seen, std::vector<int>(10, 1));
@@ -85,10 +73,7 @@ TEST(Driver, ScratchIsPerThreadAlignedAndNullOnTheSerialRoute)
         std::set<std::uintptr_t> blocks;
         std::mutex m;
         orl::drive(8, 100, [&](int, int, void* s) {
-            if (T == 1) {
-                EXPECT_EQ(s, nullptr);
-                return orlStatusOk;
-            }
+            if (T == 1) { EXPECT_EQ(s, nullptr); return orlStatusOk; }
             EXPECT_EQ(reinterpret_cast<std::uintptr_t>(s) % 64, 0u);
             std::memset(s, 0xab, 100);  // each slice owns its 100 bytes
             std::lock_guard<std::mutex> g(m);
@@ -121,11 +106,7 @@ TEST(Cost, ThirtyTwoBitProductsWrapAndLimitTests)
 // or O names the operand, and classes of other operands come between.
 TEST(Checks, OrdersThatNameOperands)
 {
-    struct Row {
-        const char* order;
-        int badStride, badOffset;  // operand with a failing stride or offset, -1 none
-        orlStatus st;
-    };
+    struct Row { const char* order; int badStride, badOffset; orlStatus st; };  // operands failing, -1 none
     const Row rows[] = {
         {"NZCO0T0O1O2T1T2", 1, 2, orlStatusOffset},  // right stride, left offset: offsets first
         {"NZCO0T0O1T1", 1, 2, orlStatusStride},      // no operand 2 in this order
@@ -149,9 +130,7 @@ TEST(Identity, VersionRecordHooksAndCore)
     EXPECT_EQ(v, orlmGetLibVersion());
     EXPECT_EQ((std::array{v->versionMajor, v->versionMinor, v->buildMajor, v->buildNumber}), (std::array{5, 2, 108, 345}));
     EXPECT_EQ(std::memcmp(v->targetCpu, "t7\0\0", 4), 0);
-    EXPECT_STREQ(v->name, "liborlmt7.so.5.2");
-    EXPECT_STREQ(v->versionText, "5.2");
-    EXPECT_STREQ(v->buildDate, "Jul 11 2007");
+    EXPECT_EQ(std::string(v->name) + " " + v->versionText + " " + v->buildDate, "liborlmt7.so.5.2 5.2 Jul 11 2007");
     EXPECT_EQ(offsetof(orlLibVersion, targetCpu), 16u);
     EXPECT_TRUE(i_malloc == &malloc && i_calloc == &calloc && i_realloc == &realloc && i_free == &free);
     EXPECT_EQ(threads_omp_of_n_orl, omp_get_max_threads());

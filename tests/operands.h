@@ -1,11 +1,9 @@
-// Test operands: matrices and arrays of matrices laid out in the caller's
-// memory in each of the three layouts, with the addresses computed here
-// independently of the library, and the argument groups that a member takes.
+// Test operands: matrices, vectors and arrays of them in each of the three
+// layouts, addressed here independently of the library, and their argument groups.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <functional>
 #include <numeric>
 #include <random>
@@ -19,6 +17,7 @@
 #include "omp_probe.h"
 #include "orlcore.h"
 #include "orlm.h"
+#include "reference.h"
 
 namespace t {
 
@@ -28,12 +27,10 @@ enum class L { Std, P, L };      // layouts
 constexpr bool arr(K k) { return k == K::ma || k == K::ta; }
 constexpr bool tr(K k) { return k == K::t || k == K::ta; }
 
-// How the standard and _L strides are chosen.
-enum class Strides { Unit, Wide };
+enum class Strides { Unit, Wide };  // how the standard and _L strides are chosen
 
 // One matrix operand of width W, height H (logical, as the member sees it)
-// and `count` items. `Elem` is float or double; sources and results differ
-// only in the constness of the argument types.
+// and `count` items; sources and results differ only in constness.
 template <class Elem, K kind, L lay, bool result = false>
 struct Mat {
     using E = Elem;
@@ -42,13 +39,11 @@ struct Mat {
     std::ptrdiff_t s0 = 0, s1 = 0, s2 = 0, off = 0;
     std::vector<unsigned char> mem;       // where the elements live
     std::vector<E*> ptrs;                 // the _P table or the _L list
-    std::vector<std::ptrdiff_t> place;    // byte position of each stored (r, c) in a _P item
 
     Mat(int width, int height, int n, Strides st = Strides::Unit, unsigned seed = 1, int rowPad = 2)
         : W(width), H(height), count(arr(kind) ? n : 1)
     {
-        rows = tr(kind) ? W : H;  // stored shape
-        cols = tr(kind) ? H : W;
+        rows = tr(kind) ? W : H, cols = tr(kind) ? H : W;  // stored shape
         const std::ptrdiff_t e = sizeof(E);
         std::mt19937 rng(seed);
         if (lay == L::P) {
@@ -60,10 +55,7 @@ struct Mat {
             off = 2 * e;
             s0 = (n1 + 3) * e;
             mem.assign(size_t(s0 * count + off + 8 * e), 0);
-            place.resize(n1);
-            for (int x = 0; x < n1; ++x) place[x] = perm[x] * e;
-            ptrs.resize(n1);
-            for (int x = 0; x < n1; ++x) ptrs[x] = reinterpret_cast<E*>(mem.data() + place[x]);
+            for (int x = 0; x < n1; ++x) ptrs.push_back(reinterpret_cast<E*>(mem.data() + perm[x] * e));
         } else {
             s2 = st == Strides::Unit ? e : 3 * e;
             s1 = cols * s2 + rowPad * e;
@@ -75,8 +67,7 @@ struct Mat {
                 std::vector<int> order(count);
                 std::iota(order.begin(), order.end(), 0);
                 std::shuffle(order.begin(), order.end(), rng);
-                ptrs.resize(count);
-                for (int k = 0; k < count; ++k) ptrs[k] = reinterpret_cast<E*>(mem.data() + order[k] * s0);
+                for (int k = 0; k < count; ++k) ptrs.push_back(reinterpret_cast<E*>(mem.data() + order[k] * s0));
             }
         }
     }
@@ -104,8 +95,7 @@ struct Mat {
                 for (int j = 0; j < W; ++j) (*this)(k, i, j) = f(k, i, j);
     }
 
-    // Argument group of the operand in its layout.
-    auto args()
+    auto args()  // the argument group of the operand in its layout
     {
         const int i0 = int(s0), i1 = int(s1), i2 = int(s2), io = int(off);
         if constexpr (lay == L::P) {
@@ -125,7 +115,6 @@ struct Mat {
 
 // One vector operand of `length` elements and `items` items (1 unless
 // `array`). In an _L member a shared vector keeps the standard form.
-
 template <class E, bool array, L lay, bool result = false>
 struct Vec {
     using P = std::conditional_t<result, E*, const E*>;
@@ -158,14 +147,16 @@ struct Vec {
             }
         }
     }
+    Vec(int length, int, int items, Strides st, unsigned seed, int = 0) : Vec(length, items, st, seed) {}  // as a Mat of one row
+    // Element j of item k; a vector is one row (i is ignored), a shared one one item.
     E& operator()(int k, int j)
     {
-        unsigned char* b = lay == L::P   ? reinterpret_cast<unsigned char*>(ptrs[j]) + off + (array ? k * s0 : 0)
-                           
-                           : listed     ? reinterpret_cast<unsigned char*>(ptrs[k]) + off + j * s2
-                                         : mem.data() + (array ? k * s0 : 0) + j * s2;
+        unsigned char* b = lay == L::P ? reinterpret_cast<unsigned char*>(ptrs[j]) + off + (array ? k * s0 : 0)
+                           : listed    ? reinterpret_cast<unsigned char*>(ptrs[k]) + off + j * s2
+                                       : mem.data() + (array ? k * s0 : 0) + j * s2;
         return *reinterpret_cast<E*>(b);
     }
+    E& operator()(int k, int, int j) { return (*this)(k, j); }
     auto args()
     {
         const int i0 = int(s0), i2 = int(s2), io = int(off);
@@ -184,8 +175,7 @@ struct Vec {
     }
 };
 
-// An array of `items` constants: base pointer and stride0 in the standard and
-// _P members, a list of pointers with an offset in the _L members.
+// An array of `items` constants: base and stride0 (standard, _P), or a list of pointers and an offset (_L).
 template <class E, L lay>
 struct Consts {
     std::ptrdiff_t s0 = 0, off = 0;
@@ -204,11 +194,8 @@ struct Consts {
             mem.assign(size_t((s0 > 0 ? s0 * count : 0) + 2 * e), 0);
         }
     }
-    E& operator()(int k)
-    {
-        unsigned char* b = lay == L::L ? (unsigned char*)(ptrs[k]) + off : mem.data() + k * s0;
-        return *reinterpret_cast<E*>(b);
-    }
+    E& operator()(int k) { return *reinterpret_cast<E*>(lay == L::L ? (unsigned char*)(ptrs[k]) + off : mem.data() + k * s0); }
+    E& operator()(int k, int) { return (*this)(k); }  // as a vector of one value
     auto args()
     {
         if constexpr (lay == L::L) return std::make_tuple(ptrs.data(), int(off));
@@ -216,25 +203,14 @@ struct Consts {
     }
 };
 
-// Address of logical element (i, j) of item k, a vector being one row.
-template <class E, K kind, L lay, bool result>
-E* elem(Mat<E, kind, lay, result>& m, int k, int i, int j)
-{
-    return &m(k, i, j);
-}
-template <class E, bool array, L lay, bool result>
-E* elem(Vec<E, array, lay, result>& v, int k, int, int j)
-{
-    return &v(k, j);
-}
-
 // ---- every member of a family over sizes, stride cases and counts --------
 
 // A member under test: its name and a check of one size, stride case and
-// count. A test program registers its members once.
+// count (a vector's length is w). A test program registers its members once.
 struct MemberCheck {
     std::string name;
     std::function<void(int w, int h, int count, Strides st)> check;
+    bool array = false;  // has a count (some suites run these alone)
 };
 
 inline std::vector<MemberCheck>& registry()
@@ -259,6 +235,9 @@ inline void checkEveryMember(std::size_t members, std::initializer_list<std::pai
                 }
 }
 
+template <class O>
+auto* elem(O& o, int k, int i, int j) { return &o(k, i, j); }  // address of logical element (i, j) of item k
+
 // Fills the logical elements of an operand with `pattern(address, number)`,
 // numbering them in item, row and column order.
 template <class O, class F>
@@ -266,14 +245,12 @@ void fillEach(O& o, int count, int rows, int cols, F pattern)
 {
     for (int k = 0, x = 0; k < count; ++k)
         for (int i = 0; i < rows; ++i)
-            for (int j = 0; j < cols; ++j) pattern(elem(o, k, i, j), x++);
+            for (int j = 0; j < cols; ++j) pattern(&o(k, i, j), x++);
 }
 
-// Memory for route tests, where only the path a call takes is looked at:
-// items may overlap (a stride0 of one element), so that large counts need
-// little memory. `S`, `D` are the source and result bases, `lst`/`dlst`
-// lists of `items` pointers to them (_L), `tbl`/`dtbl` tables of element
-// pointers (_P).
+// Memory for route tests, where only the path is looked at: items overlap
+// (stride0 of one element). Bases `S`, `D`; lists `lst`/`dlst` of `items`
+// pointers to them (_L); tables `tbl`/`dtbl` of element pointers (_P).
 template <class E>
 struct Pool {
     std::vector<E> src, dst;
@@ -426,11 +403,6 @@ orlStatus call(Fn fn, std::tuple<Groups...> groups, Plain... plain)
     return std::apply(fn, std::tuple_cat(groups, std::make_tuple(plain...)));
 }
 
-// Bit pattern equality (tells -0.0 from +0.0 and compares NaNs).
-template <class E>
-bool sameBits(E a, E b)
-{
-    return std::memcmp(&a, &b, sizeof(E)) == 0;
-}
+using ref::sameBits;  // bit pattern equality
 
 }  // namespace t
